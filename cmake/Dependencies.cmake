@@ -1,0 +1,14 @@
+# Every dependency comes from Debian packages; scripts/install-deps.sh lists them.
+find_package(PkgConfig REQUIRED)
+find_package(Threads REQUIRED)
+find_package(Boost 1.74 REQUIRED COMPONENTS thread filesystem)
+
+pkg_check_modules(TINYXML REQUIRED IMPORTED_TARGET tinyxml)
+
+if(VARNEL4_BUILD_TESTS)
+  find_package(GTest REQUIRED)
+  include(GoogleTest)
+endif()
+if(VARNEL4_BUILD_BENCHMARKS)
+  find_package(benchmark REQUIRED)
+endif()

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "docview/interfaces/Interface.h"
+#include "graphics/Geometry.h"
+
+namespace OV::CFW::DocView {
+
+// The editor role. Main thread.
+class GUI : public Interface {
+public:
+    const std::type_info& GetType() const override { return typeid(GUI); }
+    // Width and height of the editor's layout.
+    virtual BasicPoint<int> GetDefaultSize() = 0;
+    // Brings the widgets up to date with the document.
+    virtual void Update() = 0;
+};
+
+}  // namespace OV::CFW::DocView
