@@ -1,0 +1,158 @@
+#include "engine/core/Parameter.h"
+
+#include "engine/core/Handler.h"
+
+#include <cmath>
+
+namespace AudioEngine {
+
+Parameter::Parameter(std::string name, std::string description, float minimum, float maximum,
+                     float defaultValue, unsigned flags)
+    : name(std::move(name)), description(std::move(description)), minimum(minimum),
+      maximum(maximum), defaultValue(defaultValue), flags(flags),
+      value((flags & FloorHold) != 0 ? maximum : minimum)
+{
+    SetValue(defaultValue);
+}
+
+Parameter::Parameter(std::string name, std::string description,
+                     const std::vector<std::string>& stateNames, const std::string& defaultState,
+                     unsigned flags)
+    : name(std::move(name)), description(std::move(description)), minimum(0.0f),
+      maximum(static_cast<float>(stateNames.size()) - 1.0f), defaultValue(0.0f), flags(flags),
+      value((flags & FloorHold) != 0 ? maximum : minimum)
+{
+    for (std::size_t i = 0; i < stateNames.size(); ++i)
+        states[stateNames[i]] = static_cast<float>(i);
+    const auto found = states.find(defaultState);
+    defaultValue = found != states.end() ? found->second : 0.0f;
+    SetValue(defaultValue);
+}
+
+void Parameter::SetValue(float x)
+{
+    if (std::isnan(x))
+        return;
+    x = x <= minimum ? minimum : x >= maximum ? maximum : x;
+    if ((flags & FloorHold) != 0) {
+        if (value > x)
+            value = x;
+    } else if ((flags & PeakHold) != 0) {
+        if (x > value)
+            value = x;
+    } else {
+        value = x;
+    }
+}
+
+float Parameter::GetValue()
+{
+    const float result = value;
+    if ((flags & FloorHold) != 0)
+        value = maximum;
+    else if ((flags & PeakHold) != 0)
+        value = minimum;
+    return result;
+}
+
+ParameterLinked::ParameterLinked(ParameterHandler& target, const std::string& targetName,
+                                 std::string linkName)
+    : targetHandler(&target), targetParameter(target.GetParameter(targetName)),
+      targetName(targetName), linkName(std::move(linkName)),
+      description(targetParameter != nullptr ? targetParameter->GetDescription() : std::string())
+{
+}
+
+void ParameterLinked::SetValue(float value)
+{
+    targetHandler->SetParameter(targetName, value);
+}
+
+float ParameterLinked::GetValue()
+{
+    return targetParameter->GetValue();
+}
+
+float ParameterLinked::GetMin() const
+{
+    return targetParameter->GetMin();
+}
+
+float ParameterLinked::GetMax() const
+{
+    return targetParameter->GetMax();
+}
+
+float ParameterLinked::GetDefault() const
+{
+    return targetParameter->GetDefault();
+}
+
+const ParameterBase::States& ParameterLinked::GetStates() const
+{
+    return targetParameter->GetStates();
+}
+
+unsigned ParameterLinked::GetFlags() const
+{
+    return targetParameter->GetFlags();
+}
+
+void ParameterLinked::Retarget(ParameterHandler& handler)
+{
+    targetHandler = &handler;
+    targetParameter = handler.GetParameter(targetName);
+}
+
+ParameterMultiLink::ParameterMultiLink(std::vector<ParameterHandler*> targets, std::string linkName)
+    : name(std::move(linkName)), handlers(std::move(targets)), description(First().GetDescription())
+{
+}
+
+ParameterBase& ParameterMultiLink::First() const
+{
+    return *handlers.front()->GetParameter(name);
+}
+
+void ParameterMultiLink::SetValue(float value)
+{
+    for (ParameterHandler* handler : handlers)
+        handler->SetParameter(name, value);
+}
+
+float ParameterMultiLink::GetValue()
+{
+    return First().GetValue();
+}
+
+float ParameterMultiLink::GetMin() const
+{
+    return First().GetMin();
+}
+
+float ParameterMultiLink::GetMax() const
+{
+    return First().GetMax();
+}
+
+float ParameterMultiLink::GetDefault() const
+{
+    return First().GetDefault();
+}
+
+const ParameterBase::States& ParameterMultiLink::GetStates() const
+{
+    return First().GetStates();
+}
+
+unsigned ParameterMultiLink::GetFlags() const
+{
+    return First().GetFlags();
+}
+
+std::string BandName(const std::string& base, int band)
+{
+    return base + "_" + static_cast<char>('0' + band);
+}
+
+}  // namespace AudioEngine
