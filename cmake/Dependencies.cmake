@@ -4,6 +4,7 @@ find_package(Threads REQUIRED)
 find_package(Boost 1.74 REQUIRED COMPONENTS thread filesystem)
 
 pkg_check_modules(TINYXML REQUIRED IMPORTED_TARGET tinyxml)
+pkg_check_modules(FFTW3F REQUIRED IMPORTED_TARGET fftw3f)
 
 if(VARNEL4_BUILD_TESTS)
   find_package(GTest REQUIRED)
