@@ -1,0 +1,75 @@
+#pragma once
+
+#include "engine/dsp/equaliser/AlgorithmBase.h"
+
+#include <cstdint>
+#include <cstring>
+
+namespace AudioEngine::AudioAlgorithm {
+
+template <typename Traits>
+class FilterBiquad;
+
+// One second-order section in double precision over float samples. Denormals never survive a
+// sample: a result whose exponent field is zero becomes +0, in double before it is stored and
+// again in float at the output.
+template <>
+class FilterBiquad<AlgorithmTraitsDetails::MixedWithCoeffs64bit>
+    : public AlgorithmBase<FilterBiquad<AlgorithmTraitsDetails::MixedWithCoeffs64bit>, 1, 1,
+                           AlgorithmTraitsDetails::MixedWithCoeffs64bit> {
+public:
+    void Reset() override { x1 = x2 = y1 = y2 = 0.0; }
+
+    void SetCoefficients(double newB0, double newB1, double newB2, double newA1, double newA2)
+    {
+        b0 = newB0;
+        b1 = newB1;
+        b2 = newB2;
+        a1 = newA1;
+        a2 = newA2;
+    }
+
+    // Audio thread. `in` and `out` may be the same buffer.
+    void Process(const float* in, float* out, int count)
+    {
+        for (int i = 0; i < count; ++i)
+            out[i] = Tick(in[i]);
+    }
+
+    // One sample, in exactly this order of terms.
+    float Tick(float sample)
+    {
+        const double x = sample;
+        const double y = FlushDouble(x * b0 + b1 * x1 - y1 * a1 + b2 * x2 - a2 * y2);
+        x2 = x1;
+        x1 = x;
+        y2 = y1;
+        y1 = y;
+        return FlushFloat(static_cast<float>(y));
+    }
+
+    // Branch-free: the bit pattern times 0 or 1.
+    static double FlushDouble(double value)
+    {
+        std::uint64_t bits;
+        std::memcpy(&bits, &value, sizeof bits);
+        bits *= static_cast<std::uint64_t>((bits & 0x7ff0000000000000ull) != 0);
+        std::memcpy(&value, &bits, sizeof bits);
+        return value;
+    }
+    static float FlushFloat(float value)
+    {
+        std::uint32_t bits;
+        std::memcpy(&bits, &value, sizeof bits);
+        bits *= static_cast<std::uint32_t>((bits & 0x7f800000u) != 0);
+        std::memcpy(&value, &bits, sizeof bits);
+        return value;
+    }
+
+    double x1 = 0.0, x2 = 0.0, y1 = 0.0, y2 = 0.0;
+    double b0 = 1.0, b1 = 0.0, b2 = 0.0, a1 = 0.0, a2 = 0.0;
+};
+
+using Biquad = FilterBiquad<AlgorithmTraitsDetails::MixedWithCoeffs64bit>;
+
+}  // namespace AudioEngine::AudioAlgorithm

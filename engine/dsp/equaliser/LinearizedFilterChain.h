@@ -1,0 +1,46 @@
+#pragma once
+
+#include "engine/core/ModuleBasic.h"
+#include "engine/dsp/equaliser/ReversedBlockFilter.h"
+
+namespace AudioEngine::VN4 {
+
+// One channel of the equaliser: six bands, minimum phase, or linear phase through the
+// reversed-block filter (with a latency of ReversedBlockFilter::latency samples).
+class LinearizedFilterChain : public ModuleBasic {
+public:
+    LinearizedFilterChain();
+
+    // Stores, then reacts: designs, resets and clears as the name asks, and publishes the
+    // coefficients in "ChainCoeffs". Audio thread, between blocks.
+    void SetParameter(const std::string& name, float value) override;
+    void SampleRateChanged() override;
+    void Reset() override;
+    void BindPorts() override;
+
+    // The chain that designs the bands and runs the minimum-phase path; its coefficients are
+    // those published.
+    const AudioAlgorithm::EqChain& GetChainA() const { return chainA; }
+
+protected:
+    void CreateInputs() override;
+    void CreateOutputsBuffered() override;
+    void CreateParameters() override;
+    void ProcessBlock() override;
+
+private:
+    // Applies `update` to the band in both chains.
+    template <typename Update>
+    void ForBand(int band, Update&& update);
+    void PublishCoefficients();
+
+    AudioContainers::Input* input = nullptr;
+    AudioContainers::Output* output = nullptr;
+    DataBlock* chainCoeffs = nullptr;
+    AudioAlgorithm::EqChain chainA;
+    AudioAlgorithm::EqChain chainB;
+    AudioAlgorithm::ReversedBlockFilter reversedBlock;
+    bool linearize = true;
+};
+
+}  // namespace AudioEngine::VN4

@@ -1,0 +1,136 @@
+// The linear-phase path: an exact delay of 36864 samples when no band is active, symmetric
+// impulse responses whose magnitude is the square of the section's, and a clean restart when
+// linear phase is switched on.
+#include "engine/dsp/equaliser/LinearizedFilterChain.h"
+#include "tests/engine/dsp/EngineRunner.h"
+#include "tests/engine/dsp/EqOracle.h"
+
+#include <algorithm>
+#include <random>
+
+#include <gtest/gtest.h>
+
+namespace OV::Testing {
+namespace {
+
+using AudioEngine::VN4::LinearizedFilterChain;
+using Runner = EngineRunner<LinearizedFilterChain>;
+constexpr int latency = 36864;
+
+std::vector<float> Noise(std::size_t length, unsigned seed)
+{
+    std::mt19937 random(seed);
+    std::uniform_real_distribution<float> value(-1.0f, 1.0f);
+    std::vector<float> signal(length);
+    for (float& x : signal)
+        x = value(random);
+    return signal;
+}
+
+void ExpectDelayed(const std::vector<float>& input, const std::vector<float>& output, int delay)
+{
+    for (std::size_t i = 0; i < output.size(); ++i) {
+        const float expected = static_cast<int>(i) < delay ? 0.0f : input[i - static_cast<std::size_t>(delay)];
+        ASSERT_EQ(expected, output[i]) << "sample " << i;
+    }
+}
+
+TEST(LinearPhaseTest, WithoutBandsTheSignalIsDelayedBitForBit)
+{
+    const std::vector<float> input = Noise(3 * 16384 + 777, 7);
+    for (int block : {64, 37, 512}) {
+        Runner runner;
+        ExpectDelayed(input, runner.RunMono(input, block), latency + hostDelay);
+    }
+    // Bypass keeps the delay with linear phase on, and has none with it off.
+    for (bool linear : {true, false}) {
+        Runner bypassed;
+        bypassed.Set("Linearize", linear ? 1.0f : 0.0f);
+        bypassed.Set("Active_0", 1.0f);
+        bypassed.Set("Gain_0", 12.0f);
+        bypassed.Set("Process", 1.0f);
+        ExpectDelayed(input, bypassed.RunMono(input), (linear ? latency : 0) + hostDelay);
+    }
+}
+
+TEST(LinearPhaseTest, ClearingHistoryRestartsFromSilenceAtAnyPointOfABlock)
+{
+    // Blocks of 64 samples: setting "Linearize" again after k blocks clears the history at
+    // position 64k of the filter's block of 16384, before, inside and after the parts where it
+    // works backward. Switching it on from off clears the same way, at the position it stood.
+    for (int blocks : {10, 40, 100, 300}) {
+        for (bool fromOff : {false, true}) {
+            SCOPED_TRACE(testing::Message() << blocks << (fromOff ? " blocks, switched on" : " blocks, set again"));
+            Runner runner;
+            const std::vector<float> before = Noise(64 * static_cast<std::size_t>(blocks), 11);
+            const std::vector<float> early = runner.RunMono(before, 64);
+            EXPECT_TRUE(std::all_of(early.begin(), early.end(), [](float x) { return x == 0.0f; }));
+            if (fromOff) {
+                runner.Set("Linearize", 0.0f);
+                runner.RunMono(std::vector<float>(64 * 7, 0.5f), 64);
+            }
+            runner.Set("Linearize", 1.0f);
+            const std::vector<float> after = Noise(latency + 2 * 16384, 12);
+            const std::vector<float> output = runner.RunMono(after, 64);
+            // The 4 samples in the host's pad went in before the clear, and come out after it.
+            std::vector<float> input(hostDelay, fromOff ? 0.5f : 0.0f);
+            if (!fromOff)
+                std::copy(before.end() - hostDelay, before.end(), input.begin());
+            input.insert(input.end(), after.begin(), after.end() - hostDelay);
+            ExpectDelayed(input, output, latency);
+        }
+    }
+}
+
+TEST(LinearPhaseTest, ImpulseResponseIsSymmetricWithTheSquaredMagnitude)
+{
+    constexpr float rate = 48000.0f;
+    struct Band {
+        const char* q;
+        int type;
+        float gain, frequency, value;
+    };
+    // The sections are designed for two passes: peak and shelf gains halved, shelf slopes
+    // doubled; the high pass is not compensated.
+    const Band bands[] = {
+        {"Q_Peaking", OraclePeak, 9.0f, 1000.0f, 1.0f},
+        {"Q_Shelving", OracleLowShelf, 6.0f, 300.0f, 0.5f},
+        {"Q_LPHP", OracleHiPass, 0.0f, 100.0f, 0.7f},
+    };
+    Runner runner(rate);
+    for (int i = 0; i < 3; ++i) {
+        const Band& band = bands[i];
+        runner.Set(AudioEngine::BandName("Active", i), 1.0f);
+        runner.Set(AudioEngine::BandName("Mode", i), static_cast<float>(band.type));
+        runner.Set(AudioEngine::BandName("Gain", i), band.gain);
+        runner.Set(AudioEngine::BandName("F", i), band.frequency);
+        runner.Set(AudioEngine::BandName(band.q, i), band.value);
+    }
+    constexpr std::size_t at = 5000;
+    const std::vector<float> output = runner.RunMono(Impulse(at + latency + 3 * 16384, at));
+    const std::size_t centre = at + hostDelay + latency;
+    float peak = 0.0f;
+    for (float x : output)
+        peak = std::max(peak, std::fabs(x));
+    EXPECT_EQ(peak, std::fabs(output[centre]));
+    for (std::size_t k = 1; k < 16000; ++k)
+        ASSERT_NEAR(output[centre + k], output[centre - k], 2e-6f * peak) << k;
+
+    const std::vector<float> response(output.begin() + static_cast<long>(centre - 16000),
+                                      output.begin() + static_cast<long>(centre + 16000));
+    for (double f : TestFrequencies(30)) {
+        double section = 1.0;
+        for (const Band& band : bands) {
+            const bool shelf = band.type == OracleLowShelf;
+            const double gain = band.type == OracleHiPass ? 0.0 : band.gain * 0.5;
+            const double q = shelf ? band.value * 2.0 : band.value;
+            section *= SectionMagnitude(OracleSection(band.type, gain, band.frequency, q, rate), f, rate);
+        }
+        if (Db(section) < -60.0)
+            continue;
+        EXPECT_NEAR(2.0 * Db(section), Db(MeasuredMagnitude(response, f, rate)), 0.02) << f << " Hz";
+    }
+}
+
+}  // namespace
+}  // namespace OV::Testing
