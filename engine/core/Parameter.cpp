@@ -68,34 +68,39 @@ void ParameterLinked::SetValue(float value)
     targetHandler->SetParameter(targetName, value);
 }
 
+// A link whose target name its handler lacks reads as an empty parameter.
+namespace {
+const ParameterBase::States noStates;
+}
+
 float ParameterLinked::GetValue()
 {
-    return targetParameter->GetValue();
+    return targetParameter != nullptr ? targetParameter->GetValue() : 0.0f;
 }
 
 float ParameterLinked::GetMin() const
 {
-    return targetParameter->GetMin();
+    return targetParameter != nullptr ? targetParameter->GetMin() : 0.0f;
 }
 
 float ParameterLinked::GetMax() const
 {
-    return targetParameter->GetMax();
+    return targetParameter != nullptr ? targetParameter->GetMax() : 0.0f;
 }
 
 float ParameterLinked::GetDefault() const
 {
-    return targetParameter->GetDefault();
+    return targetParameter != nullptr ? targetParameter->GetDefault() : 0.0f;
 }
 
 const ParameterBase::States& ParameterLinked::GetStates() const
 {
-    return targetParameter->GetStates();
+    return targetParameter != nullptr ? targetParameter->GetStates() : noStates;
 }
 
 unsigned ParameterLinked::GetFlags() const
 {
-    return targetParameter->GetFlags();
+    return targetParameter != nullptr ? targetParameter->GetFlags() : 0u;
 }
 
 void ParameterLinked::Retarget(ParameterHandler& handler)
