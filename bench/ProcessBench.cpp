@@ -72,4 +72,4 @@ BENCHMARK(ProcessBlock)->ArgsProduct({{64, 512}, {1, 2}})->ArgNames({"frames", "
 
 }  // namespace
 
-BENCHMARK_MAIN();
+

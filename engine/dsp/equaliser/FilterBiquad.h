@@ -2,8 +2,9 @@
 
 #include "engine/dsp/equaliser/AlgorithmBase.h"
 
-#include <cstdint>
-#include <cstring>
+#include <cfloat>
+
+#include <emmintrin.h>
 
 namespace AudioEngine::AudioAlgorithm {
 
@@ -48,22 +49,22 @@ public:
         return FlushFloat(static_cast<float>(y));
     }
 
-    // Branch-free: the bit pattern times 0 or 1.
+    // +0 for a value whose exponent field is zero (zero or denormal), else the value. Branch
+    // free: the bit pattern masked by the test |value| >= the smallest normal, which fails for
+    // exactly those values (and passes NaN and infinities).
     static double FlushDouble(double value)
     {
-        std::uint64_t bits;
-        std::memcpy(&bits, &value, sizeof bits);
-        bits *= static_cast<std::uint64_t>((bits & 0x7ff0000000000000ull) != 0);
-        std::memcpy(&value, &bits, sizeof bits);
-        return value;
+        const __m128d v = _mm_set_sd(value);
+        const __m128d magnitude = _mm_and_pd(v, _mm_castsi128_pd(_mm_set1_epi64x(0x7fffffffffffffffll)));
+        const __m128d keep = _mm_cmpnlt_sd(magnitude, _mm_set_sd(DBL_MIN));
+        return _mm_cvtsd_f64(_mm_and_pd(v, keep));
     }
     static float FlushFloat(float value)
     {
-        std::uint32_t bits;
-        std::memcpy(&bits, &value, sizeof bits);
-        bits *= static_cast<std::uint32_t>((bits & 0x7f800000u) != 0);
-        std::memcpy(&value, &bits, sizeof bits);
-        return value;
+        const __m128 v = _mm_set_ss(value);
+        const __m128 magnitude = _mm_and_ps(v, _mm_castsi128_ps(_mm_set1_epi32(0x7fffffff)));
+        const __m128 keep = _mm_cmpnlt_ss(magnitude, _mm_set_ss(FLT_MIN));
+        return _mm_cvtss_f32(_mm_and_ps(v, keep));
     }
 
     double x1 = 0.0, x2 = 0.0, y1 = 0.0, y2 = 0.0;
