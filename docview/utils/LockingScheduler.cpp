@@ -22,15 +22,10 @@ LockingScheduler::~LockingScheduler()
     Stop();
 }
 
-// g++ 12 with the address sanitizer misreads the empty group key (a boost::optional) of an
-// ungrouped Boost.Signals2 slot as maybe uninitialised.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
 boost::signals2::connection LockingScheduler::ConnectTick(const std::function<void()>& slot)
 {
     return tick.connect(slot);
 }
-#pragma GCC diagnostic pop
 
 void LockingScheduler::Enqueue(DocView::Command* command)
 {

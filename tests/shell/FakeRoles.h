@@ -3,7 +3,8 @@
 // Roles of a component made for the shell's tests: each records what reached it.
 #include "docview/interfaces/Audio.h"
 #include "docview/interfaces/Automation.h"
-#include "docview/interfaces/Document.h"
+#include "docview/utils/BasicDocument.h"
+#include "docview/utils/BasicDocumentProfile.h"
 #include "docview/interfaces/Programs.h"
 #include "docview/utils/BasicComponent.h"
 #include "docview/utils/BasicComponentProfile.h"
@@ -54,8 +55,11 @@ public:
     std::function<void(float**, float**, int)> render;
 };
 
-class FakeDocument : public CFW::DocView::Document {
+// A document without rows that records the tempo and flag it is given.
+class FakeDocument : public CFW::DocViewUtils::BasicDocument {
 public:
+    FakeDocument() : BasicDocument(&EmptyProfile(), nullptr) {}
+
     bool QueueSetBPM(float bpm, int source) override
     {
         queuedTempos.push_back(bpm);
@@ -67,6 +71,13 @@ public:
     std::vector<float> queuedTempos;
     std::vector<int> sources;
     std::vector<bool> hostFlags;
+
+private:
+    static const CFW::DocViewUtils::BasicDocumentProfile& EmptyProfile()
+    {
+        static const CFW::DocViewUtils::BasicDocumentProfile profile;
+        return profile;
+    }
 };
 
 class FakeAutomation : public CFW::DocView::Automation, public CFW::DocView::AutomationProfile {
