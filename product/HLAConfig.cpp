@@ -1,9 +1,11 @@
 #include "product/HLAConfig.h"
 
+#include "docview/utils/PreferencesManager.h"
 #include "platform/RegistryKey.h"
 #include "product/BuildCode.h"
 #include "product/MainComponentSingleModule.h"
 #include "shell/framework/GUI.h"
+#include "shell/framework/PlugIn.h"
 #include "shell/framework/Process.h"
 
 namespace OV::Products::VN4 {
@@ -13,6 +15,7 @@ bool HLAConfig::Initialise()
     std::string downloadable;
     const Platform::RegistryKey key(moduleName, CFW::HLAFramework::makerName, 0);
     standalone = key.ReadString("Downloadable", downloadable) && downloadable == "1";
+    CFW::DocViewUtils::PreferencesManager::Instance().SetRegistry(key);
     return true;
 }
 
@@ -29,7 +32,7 @@ void HLAConfig::GetVersionStrings(std::string& version, std::string& build) cons
 
 HLA2::Process* HLAConfig::CreateProcess(HLA2Host* host, int)
 {
-    return new CFW::HLAFramework::Process(host, new MainComponentSingleModule(), 0, 2, 2);
+    return new CFW::HLAFramework::Process(host, new MainComponentSingleModule(CFW::HLAFramework::ThePlugIn().GetResources()), 0, 2, 2);
 }
 
 HLA2::GUI* HLAConfig::CreateGUI(HLA2::Process* process, void*)

@@ -1,6 +1,14 @@
 #include "product/MainComponentSingleModule.h"
 
+#include "docview/utils/BasicPrograms.h"
+#include "product/ComponentContext.h"
 #include "product/HLAConfig.h"
+#include "product/MAFWrapper.h"
+#include "product/MainDocument.h"
+#include "product/MainMAF.h"
+#include "product/ModuleComponent.h"
+
+#include <tinyxml.h>
 
 namespace OV::Products::VN4 {
 
@@ -9,6 +17,31 @@ namespace {
 // {2429F140-A34C-4C6C-BF23-3A5FBC13212E}
 const Platform::Guid mainComponentId = {
     0x2429F140, 0xA34C, 0x4C6C, {0xBF, 0x23, 0x3A, 0x5F, 0xBC, 0x13, 0x21, 0x2E}};
+
+class MainProgramsProfile : public CFW::DocView::ProgramsProfile {
+public:
+    static const MainProgramsProfile& Instance()
+    {
+        static const MainProgramsProfile profile;
+        return profile;
+    }
+    int GetProgramCount() const override { return 16; }
+};
+
+// The host's programs, each starting as the instance's state at start-up.
+class MainPrograms : public CFW::DocViewUtils::BasicPrograms {
+public:
+    MainPrograms(CFW::DocView::ComponentContext* context, CFW::DocView::Document* document)
+        : BasicPrograms(&MainProgramsProfile::Instance(), context, document)
+    {
+        TiXmlElement initial("Program");
+        document->Save(initial);
+        for (int i = 0; i < MainProgramsProfile::Instance().GetProgramCount(); ++i) {
+            names.push_back("Program " + std::to_string(i + 1));
+            programs.push_back(initial);
+        }
+    }
+};
 
 }  // namespace
 
@@ -23,9 +56,32 @@ MainComponentProfileSingleModule::MainComponentProfileSingleModule()
 {
 }
 
-MainComponentSingleModule::MainComponentSingleModule()
-    : BasicComponent(&MainComponentProfileSingleModule::Instance())
+MainComponentSingleModule::MainComponentSingleModule(CFW::Res::ResourceSet* resources)
+    : BasicComponent(&MainComponentProfileSingleModule::Instance()), context(std::make_unique<ComponentContext>(resources))
 {
+    module = std::make_unique<ModuleComponent>(context.get());
+    document = std::make_unique<MainDocumentSingleModule>(context->Find<CFW::DocView::DocumentContext>(), &module->GetDocument());
+    programs = std::make_unique<MainPrograms>(context.get(), document.get());
+    maf = std::make_unique<MainMAFSingle>(context->Find<CFW::DocView::MAFContext>(), document.get(), module.get());
+    wrapper = std::make_unique<MAFWrapper>();
+    audio = std::make_unique<MainAudioMAFSingleModule>(document.get(), maf.get(), wrapper.get());
+    AddInterface(document.get());
+    AddInterface(programs.get());
+    AddInterface(maf.get());
+    AddInterface(audio.get());
+    maf->Attach(wrapper.get(), "");
+}
+
+MainComponentSingleModule::~MainComponentSingleModule()
+{
+    context->GetScheduler()->Stop();
+    maf->Detach();
+    audio.reset();
+    maf.reset();
+    wrapper.reset();
+    programs.reset();
+    document.reset();
+    module.reset();
 }
 
 }  // namespace OV::Products::VN4

@@ -34,6 +34,9 @@ public:
     virtual void Update() = 0;
     // Engine outputs into the document's transient rows. Audio thread: no allocation, no lock.
     virtual void Poll() = 0;
+    // Periodic work off the audio thread, such as reading engine data for the editor. Main
+    // (idle) thread only, while attached; may allocate. Does nothing unless a layer needs it.
+    virtual void Idle() {}
 };
 
 }  // namespace OV::CFW::DocView

@@ -71,12 +71,15 @@ protected:
     auto InBatch(Work&& work);
     DocView::DocumentContext* GetContext() const { return context; }
     bool IsValidIndex(int index) const { return index >= 0 && index < profile->GetParameterCount(); }
+    // The load itself, without a batch: reads the serialisable rows (missing or unknown ones
+    // take their defaults), applies them in index order and tells the Loaded listeners. With
+    // `unresolved`, unknown enum names are kept there. False when a name was unknown.
+    bool ReadAttributes(const TiXmlElement& element, std::vector<Unresolved>* unresolved);
 
 private:
     // Limits the value to the row, stores it; true when the cell's bits changed.
     bool StoreValue(int index, DocView::Parameter value);
     DocView::Parameter Stored(int index) const;
-    bool ReadAttributes(const TiXmlElement& element, std::vector<Unresolved>* unresolved);
 
     std::vector<boost::signals2::scoped_connection> preferenceBindings;
     std::vector<boost::signals2::scoped_connection> propertyBindings;

@@ -4,6 +4,7 @@
 #include "engine/core/Module.h"
 #include "engine/core/ParametersManager.h"
 
+#include <atomic>
 #include <cmath>
 #include <memory>
 #include <ostream>
@@ -31,7 +32,7 @@ public:
     // Environment.
     float GetSampleRate() const override { return sampleRate; }
     int GetBufferPolicy() const override { return 0; }
-    void Tick() override { ++ticks; }
+    void Tick() override { ticks.store(ticks.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed); }
 
     void ProcessHostBlock(float** in, float** out, int count) override;
 
@@ -39,8 +40,8 @@ public:
     Manager& GetParametersManager() { return *manager; }
     // Hz; the caller then runs the root's SampleRateChanged.
     void SetSampleRate(float rate) { sampleRate = rate; }
-    // Internal blocks processed so far.
-    unsigned GetTickCount() const { return ticks; }
+    // Internal blocks processed so far. Any thread.
+    unsigned GetTickCount() const { return ticks.load(std::memory_order_relaxed); }
 
     bool IsInTransaction() const { return manager->IsTransactionOpen() || state != Running; }
     // Applies what the ring holds and opens a transaction; false while one is open or running.
@@ -73,7 +74,7 @@ private:
     void BuildHostPorts();
 
     float sampleRate = 44100.0f;
-    unsigned ticks = 0;
+    std::atomic<unsigned> ticks{0}; // written by the audio thread only
     std::unique_ptr<Root> root;
     std::vector<AudioContainers::Output*> outputBuffers; // the root's outputs in name order
     std::unique_ptr<Manager> manager;

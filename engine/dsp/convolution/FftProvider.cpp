@@ -4,6 +4,8 @@
 
 #include <atomic>
 
+#include <dlfcn.h>
+
 #include <fftw3.h>
 
 namespace AudioEngine::Convolution {
@@ -12,6 +14,16 @@ namespace {
 std::atomic<unsigned> plannerFlags{FFTW_ESTIMATE};
 
 fftwf_complex* AsComplex(float* x) { return reinterpret_cast<fftwf_complex*>(x); }
+
+// FFTW keeps its planner's memory in globals for the life of the library. A plug-in that is
+// unloaded would take libfftw3f with it, and that memory would be lost; so the library stays
+// loaded (it may be shared with the host, whose plans must not be disturbed either).
+void KeepPlannerLoaded()
+{
+    Dl_info info{};
+    if (dladdr(reinterpret_cast<void*>(&fftwf_plan_dft_r2c_1d), &info) != 0 && info.dli_fname != nullptr)
+        dlopen(info.dli_fname, RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE);
+}
 
 }  // namespace
 
@@ -34,6 +46,8 @@ bool FftProvider::Create(int n)
     bool committed = false;
     {
         const std::lock_guard<std::mutex> guard(PlanLock());
+        static const bool kept = (KeepPlannerLoaded(), true);
+        static_cast<void>(kept);
         // Planned on a scratch buffer of FFTW's own alignment, which measuring planners may
         // overwrite; buffers of any other alignment get the unaligned pair.
         float* scratch = fftwf_alloc_real(static_cast<std::size_t>(n) + 2);

@@ -128,6 +128,7 @@ TEST(QueuedChangesTest, ChangesForAGoneDocumentReturnToTheirPool)
         EXPECT_TRUE(next.QueueSetParameter(TestDocumentProfile::Hidden, Parameter::FromFloat(100.0f), 3)) << i;
     marker.Open();
     EXPECT_EQ(Parameter::FromFloat(0.0f), next.GetParameter(TestDocumentProfile::Gain));
+    context.GetScheduler()->Stop();
 }
 
 TEST(QueuedChangesTest, PropertyRowsShareTheContextsValue)

@@ -1,5 +1,7 @@
-// Every entry of the process table on the product's process while its component has no roles:
-// each answers as it does for a missing role.
+// Every entry of the process table over a component without roles answers as it does for a
+// missing role.
+#include "shell/framework/Process.h"
+#include "tests/shell/FakeRoles.h"
 #include "tests/support/TestHost.h"
 
 #include <cstring>
@@ -11,23 +13,9 @@ namespace {
 
 class RolelessProcessTest : public testing::Test {
 protected:
-    void SetUp() override
-    {
-        plugIn = copy.Acquire();
-        ASSERT_NE(nullptr, plugIn);
-        process = plugIn->CreateProcess(plugIn, host.Callbacks(), 0);
-        ASSERT_NE(nullptr, process);
-    }
-    void TearDown() override
-    {
-        plugIn->DestroyProcess(plugIn, process);
-        copy.Library().Release();
-    }
-
-    LibraryCopy copy;
     TestHost host;
-    HLA2PlugIn* plugIn = nullptr;
-    HLA2Process* process = nullptr;
+    CFW::HLAFramework::Process object{host.Callbacks(), new FakeComponent({}), 0, 2, 2};
+    HLA2Process* process = HLA2::Process::ToTable(&object);
 };
 
 TEST_F(RolelessProcessTest, EveryEntryAnswersHarmlessly)
@@ -39,7 +27,7 @@ TEST_F(RolelessProcessTest, EveryEntryAnswersHarmlessly)
 
     fill();
     p->GetName(p, text, sizeof text);
-    EXPECT_STREQ("Varnel4 Lin Phase EQ", text);
+    EXPECT_STREQ("Fake Component", text);
     p->GetVendor(p, text, sizeof text);
     EXPECT_STREQ("Orvane Studio Production", text);
     EXPECT_EQ(0, p->GetPlugInType(p));

@@ -1,0 +1,34 @@
+#include "equaliser/Component.h"
+
+#include "docview/interfaces/DocumentContext.h"
+#include "docview/interfaces/MAFContext.h"
+
+namespace OV::Comp::ModuleLinearPhaseEq {
+
+namespace {
+
+template <typename C>
+C* FindContext(CFW::DocView::ComponentContext* context)
+{
+    return context != nullptr ? context->Find<C>() : nullptr;
+}
+
+}  // namespace
+
+Component::Component(CFW::DocView::ComponentContext* context) : BasicComponent(&ComponentProfile::Instance())
+{
+    document = std::make_unique<Document>(&DocumentProfile::Instance(), FindContext<CFW::DocView::DocumentContext>(context));
+    // The editor (GUIContext) and the automation (AutomationContext, the 37 slots of the
+    // linked set) are made here, with the document.
+    if (CFW::DocView::MAFContext* mafContext = FindContext<CFW::DocView::MAFContext>(context))
+        maf = std::make_unique<MAF>(&MAFProfile::Instance(), mafContext, document.get());
+
+    AddInterface(document.get());
+    // The editor and the automation are added here.
+    if (maf != nullptr)
+        AddInterface(maf.get());
+}
+
+Component::~Component() = default;
+
+}  // namespace OV::Comp::ModuleLinearPhaseEq

@@ -1,0 +1,47 @@
+#include "equaliser/MAF.h"
+
+#include "docview/utils/MAFParamMediator.h"
+
+namespace OV::Comp::ModuleLinearPhaseEq {
+
+using CFW::DocViewUtils::MAFParamMediator;
+
+MAF::MAF(const MAFProfile* profile, CFW::DocView::MAFContext* context, Document* document)
+    : BasicMAF(profile, context, document)
+{
+}
+
+void MAF::Attach(CFW::DocView::MAFWrapper* wrapper, const std::string& prefix)
+{
+    BasicMAF::Attach(wrapper, prefix);
+    engine = wrapper;
+    coeffsL = {};
+    coeffsR = {};
+    sampleRate = {};
+    if (engine == nullptr)
+        return;
+    engine->ResolveName(coeffsL, MAFParamMediator::MakeEngineName("ChainCoeffsL", prefix));
+    engine->ResolveName(coeffsR, MAFParamMediator::MakeEngineName("ChainCoeffsR", prefix));
+    engine->ResolveName(sampleRate, MAFParamMediator::MakeEngineName("SampleRate", prefix));
+}
+
+void MAF::Detach()
+{
+    BasicMAF::Detach();
+    engine = nullptr;
+}
+
+void MAF::Idle()
+{
+    BasicMAF::Idle();
+    if (engine == nullptr)
+        return;
+    // The audio thread may rewrite the blocks meanwhile: a torn set is drawn for one tick and
+    // replaced at the next, which the display accepts.
+    const std::vector<float>& left = engine->ReadDataBlock(coeffsL);
+    const std::vector<float>& right = engine->ReadDataBlock(coeffsR);
+    const float rate = engine->GetFloatParameter(sampleRate);
+    GetEqualiserDocument().GetCoefficientRing().Push(left, right, rate);
+}
+
+}  // namespace OV::Comp::ModuleLinearPhaseEq

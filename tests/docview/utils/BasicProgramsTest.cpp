@@ -1,0 +1,146 @@
+// Host programs: stored elements, one live in the document, switched and read on the worker.
+#include "docview/utils/BasicComponentContext.h"
+#include "docview/utils/BasicContexts.h"
+#include "docview/utils/BasicDocument.h"
+#include "docview/utils/BasicPrograms.h"
+#include "tests/docview/utils/DocumentTestProfile.h"
+
+#include <future>
+
+#include <gtest/gtest.h>
+
+namespace OV::Testing {
+namespace {
+
+using CFW::DocViewUtils::BasicDocument;
+
+class TestContext : public CFW::DocViewUtils::BasicComponentContext {
+public:
+    TestContext() : documents(this) { AddChild(&documents); }
+    ~TestContext() override { GetScheduler()->Stop(); }
+    CFW::DocViewUtils::BasicDocumentContext documents;
+};
+
+struct ThreePrograms : CFW::DocView::ProgramsProfile {
+    int GetProgramCount() const override { return 3; }
+};
+
+// Programs that start as saves of the document with gains 1, 2, 3, and count the document's
+// loads.
+class TestPrograms : public CFW::DocViewUtils::BasicPrograms {
+public:
+    TestPrograms(TestContext& context, BasicDocument& document) : BasicPrograms(&profile, &context, &document)
+    {
+        for (int i = 0; i < 3; ++i) {
+            names.push_back("Program " + std::to_string(i + 1));
+            TiXmlElement program("Program");
+            program.SetAttribute("Gain", std::to_string(i + 1));
+            programs.push_back(program);
+        }
+        // The document starts with the first program, as a product's start-up makes it.
+        document.Load(programs.front());
+    }
+
+private:
+    ThreePrograms profile;
+};
+
+// Waits until every command queued before it has run: commands run in order.
+void Drain(TestContext& context)
+{
+    struct Marker : CFW::DocView::Command {
+        std::promise<void> ran;
+        void Execute() override { ran.set_value(); }
+    } marker;
+    std::future<void> done = marker.ran.get_future();
+    context.GetScheduler()->Enqueue(&marker);
+    ASSERT_EQ(std::future_status::ready, done.wait_for(std::chrono::seconds(30)));
+}
+
+const TestDocumentProfile& Profile()
+{
+    static const TestDocumentProfile profile;
+    return profile;
+}
+
+float Gain(TestPrograms& programs, int index)
+{
+    TiXmlElement element("Anything");
+    programs.SaveProgram(index, element);
+    EXPECT_STREQ("Program", element.Value());
+    double gain = -99.0;
+    element.QueryDoubleAttribute("Gain", &gain);
+    return static_cast<float>(gain);
+}
+
+struct Fixture {
+    Fixture() : document(&Profile(), &context.documents), programs(context, document)
+    {
+        document.ConnectLoaded([this](CFW::DocView::Document&) { ++loads; });
+    }
+    TestContext context;
+    BasicDocument document;
+    TestPrograms programs;
+    std::atomic<int> loads{0};
+};
+
+TEST(BasicProgramsTest, SwitchingSavesTheOutgoingAndLoadsTheIncoming)
+{
+    Fixture f;
+    f.programs.SetCurrent(0);
+    EXPECT_EQ(0.0f, Gain(f.programs, 1) - 2.0f) << "the stored program as it stands";
+    EXPECT_EQ(0, f.loads.load()) << "setting the present program posts nothing";
+
+    f.programs.SetCurrent(1);
+    f.programs.SetCurrent(2);
+    EXPECT_EQ(2, f.programs.GetCurrent());
+    Drain(f.context);
+    EXPECT_EQ(3.0f, Gain(f.programs, 2));
+    EXPECT_EQ(2, f.loads.load());
+    EXPECT_EQ(3.0f, f.document.GetParameter(TestDocumentProfile::Gain).AsFloat());
+
+    // An edit of the live program is in its next save; the others keep theirs.
+    // Reading the live program hands over to the worker, after the queued edit.
+    f.document.QueueSetParameter(TestDocumentProfile::Gain, Parameter::FromFloat(-7.0f), 3);
+    EXPECT_EQ(-7.0f, Gain(f.programs, 2));
+    EXPECT_EQ(2.0f, Gain(f.programs, 1));
+    f.programs.Copy(2, 0);
+    EXPECT_EQ(-7.0f, Gain(f.programs, 0));
+    f.programs.SetName(1, "Renamed");
+    EXPECT_EQ("Renamed", f.programs.GetName(1));
+}
+
+TEST(BasicProgramsTest, BanksLoadProgramByProgram)
+{
+    Fixture f;
+    TiXmlElement bank("Bank");
+    for (int i = 0; i < 5; ++i) {
+        TiXmlElement program("Program");
+        program.SetAttribute("Gain", std::to_string(10 + i));
+        bank.InsertEndChild(program);
+    }
+    TiXmlElement root("Root");
+    root.InsertEndChild(*bank.FirstChildElement());
+    f.programs.LoadBank(root);
+    EXPECT_EQ(1.0f, Gain(f.programs, 0)) << "a root other than Bank changes nothing";
+
+    f.programs.LoadBank(bank);
+    Drain(f.context);
+    EXPECT_EQ(10.0f, Gain(f.programs, 0)) << "the live program loaded into the document";
+    EXPECT_EQ(11.0f, Gain(f.programs, 1));
+    EXPECT_EQ(12.0f, Gain(f.programs, 2));
+    EXPECT_EQ(10.0f, f.document.GetParameter(TestDocumentProfile::Gain).AsFloat());
+
+    TiXmlElement saved("Root");
+    f.programs.SaveBank(saved);
+    EXPECT_STREQ("Bank", saved.Value());
+    int count = 0;
+    for (const TiXmlElement* program = saved.FirstChildElement("Program"); program != nullptr; program = program->NextSiblingElement())
+        ++count;
+    EXPECT_EQ(3, count) << "surplus programs were ignored";
+    f.programs.LoadProgram(1, TiXmlElement("NotAProgram"));
+    EXPECT_EQ(11.0f, Gain(f.programs, 1));
+}
+
+}  // namespace
+}  // namespace OV::Testing

@@ -1,0 +1,125 @@
+// The equaliser component over the product's real engine: band settings go down into the
+// engine's parameters, the output level comes back into the meter row, and the coefficients
+// the chains run with come up through the ring.
+#include "docview/interfaces/GUI.h"
+#include "equaliser/Component.h"
+#include "product/ComponentContext.h"
+#include "product/MAFWrapper.h"
+
+#include <cmath>
+#include <complex>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace OV::Testing {
+namespace {
+
+using CFW::DocView::Parameter;
+using CFW::DocView::SourceEditor;
+
+constexpr int frames = 256;
+constexpr float rate = 48000.0f;
+
+// |H| of section `band` of a coefficient record (b0, b1, b2, a1, a2; a0 = 1) at `hz`.
+double Magnitude(const std::vector<float>& coefficients, int band, double hz)
+{
+    double c[5];
+    for (int i = 0; i < 5; ++i)
+        c[i] = coefficients[static_cast<std::size_t>(5 * band + i)];
+    const std::complex<double> z1 = std::polar(1.0, -2.0 * M_PI * hz / rate);
+    const std::complex<double> z2 = z1 * z1;
+    return std::abs((c[0] + c[1] * z1 + c[2] * z2) / (1.0 + c[3] * z1 + c[4] * z2));
+}
+
+// One instance's context, the component in it, and the engine behind the MAF at "Module",
+// driven block by block on this one thread as the host's audio thread would.
+struct Instance {
+    Instance()
+    {
+        wrapper.SetSampleRate(rate);
+        component.GetMAF()->Attach(&wrapper, "Module");
+    }
+    ~Instance() { component.GetMAF()->Detach(); }
+
+    void Set(int row, Parameter value) { component.GetDocument().SetParameter(row, value, SourceEditor); }
+    void Run(int blocks, float left, float right)
+    {
+        std::vector<float> in[2] = {std::vector<float>(frames, left), std::vector<float>(frames, right)};
+        std::vector<float> out[2] = {std::vector<float>(frames), std::vector<float>(frames)};
+        float* inputs[2] = {in[0].data(), in[1].data()};
+        float* outputs[2] = {out[0].data(), out[1].data()};
+        for (int i = 0; i < blocks; ++i) {
+            component.GetMAF()->Update();
+            wrapper.ProcessBlock(inputs, outputs, frames);
+        }
+    }
+
+    Products::VN4::ComponentContext context{nullptr};
+    Comp::ModuleLinearPhaseEq::Component component{&context};
+    Products::VN4::MAFWrapper wrapper;
+};
+
+TEST(EngineBridgeTest, BandSettingsReachTheEngineAndItsCoefficientsComeBack)
+{
+    Instance eq;
+    eq.Set(48, Parameter::FromEnum(2));         // LM_Band1Mode Peaking
+    eq.Set(49, Parameter::FromBool(true));      // LM_Band1Active
+    eq.Set(46, Parameter::FromFloat(6.0f));     // LM_Band1Gain
+    eq.Set(50, Parameter::FromFloat(1000.0f));  // LM_Band1Hz
+    eq.Set(96, Parameter::FromFloat(-4.0f));    // RS_Band2Gain
+    eq.Run(4, 0.0f, 0.0f);
+
+    struct Case {
+        const char* name;
+        float value;
+    };
+    const Case cases[] = {
+        {"Mode_0L_Module", 2},    {"Active_0L_Module", 1},    {"Gain_0L_Module", 6},      {"F_0L_Module", 1000},
+        {"Q_Peaking_0L_Module", 1}, {"Gain_0R_Module", 0},    {"Active_0R_Module", 0},    {"Mode_0R_Module", 1},
+        {"Gain_1R_Module", -4},   {"F_1R_Module", 250},       {"Q_Peaking_1R_Module", 0.7f}, {"Mode_5R_Module", 3},
+        {"F_5L_Module", 3000},    {"Q_Shelving_5L_Module", 0.25f}, {"ChannelMode_Module", 0}, {"Linearize_Module", 0},
+    };
+    for (const Case& c : cases)
+        EXPECT_FLOAT_EQ(c.value, eq.wrapper.ReadParameter(c.name)) << c.name;
+
+    // Off the audio thread in a host; here it follows the blocks, never runs beside them.
+    eq.component.GetMAF()->Idle();
+    const Comp::ModuleLinearPhaseEq::ChainCoeffRecord* record = eq.component.GetDocument().PeekCoefficients();
+    ASSERT_NE(nullptr, record);
+    ASSERT_EQ(30u, record->left.size());
+    ASSERT_EQ(30u, record->right.size());
+    EXPECT_EQ(rate, record->sampleRate);
+    // A peaking section has the band's gain at its centre: 6 dB left, -4 dB right band 2.
+    EXPECT_NEAR(std::pow(10.0, 6.0 / 20.0), Magnitude(record->left, 0, 1000.0), 1e-3);
+    EXPECT_NEAR(std::pow(10.0, -4.0 / 20.0), Magnitude(record->right, 1, 250.0), 1e-3);
+    EXPECT_NEAR(1.0, Magnitude(record->right, 0, 1000.0), 1e-4) << "band 1 right is a flat shelf";
+}
+
+TEST(EngineBridgeTest, OutputLevelsComeBackIntoTheMeterRows)
+{
+    Instance eq;
+    eq.Run(8, 0.5f, 0.25f); // all bands off: the output is the input
+    eq.component.GetMAF()->Poll();
+    EXPECT_NEAR(0.5f, eq.component.GetDocument().GetParameter(178).AsFloat(), 1e-4f);
+    EXPECT_NEAR(0.25f, eq.component.GetDocument().GetParameter(179).AsFloat(), 1e-4f);
+}
+
+TEST(EngineBridgeTest, ComponentOffersItsRolesAndProfile)
+{
+    Instance eq;
+    using namespace CFW::DocView;
+    EXPECT_EQ(2, eq.component.GetInterfaceCount());
+    EXPECT_EQ(&eq.component.GetDocument(), FindInterface<Document>(eq.component));
+    EXPECT_EQ(eq.component.GetMAF(), FindInterface<MAF>(eq.component));
+    EXPECT_EQ(nullptr, eq.component.GetInterface(typeid(GUI)));
+    const ComponentProfile& profile = Comp::ModuleLinearPhaseEq::Component::Profile();
+    EXPECT_EQ(&profile, eq.component.GetProfile());
+    EXPECT_EQ("Linear Phase EQ", profile.GetName());
+    EXPECT_EQ("f8fd5639-da16-4332-86c3-e1e0e7272048", Platform::FormatGuid(profile.GetId()));
+    EXPECT_NE(nullptr, profile.GetInterfaceProfile(typeid(DocumentProfile)));
+    EXPECT_EQ("LinearPhaseEQ", dynamic_cast<const MAFProfile&>(*profile.GetInterfaceProfile(typeid(MAFProfile))).GetName());
+}
+
+}  // namespace
+}  // namespace OV::Testing
