@@ -32,7 +32,9 @@ void HLAConfig::GetVersionStrings(std::string& version, std::string& build) cons
 
 HLA2::Process* HLAConfig::CreateProcess(HLA2Host* host, int)
 {
-    return new CFW::HLAFramework::Process(host, new MainComponentSingleModule(CFW::HLAFramework::ThePlugIn().GetResources()), 0, 2, 2);
+    const CFW::HLAFramework::PlugIn& plugIn = CFW::HLAFramework::ThePlugIn();
+    const PresetFolders presets{plugIn.GetPaths().GetPresetPath(), plugIn.GetPaths().GetFactoryPresetPath()};
+    return new CFW::HLAFramework::Process(host, new MainComponentSingleModule(plugIn.GetResources(), presets), 0, 2, 2);
 }
 
 HLA2::GUI* HLAConfig::CreateGUI(HLA2::Process* process, void*)

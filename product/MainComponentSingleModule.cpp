@@ -7,6 +7,7 @@
 #include "product/MainDocument.h"
 #include "product/MainMAF.h"
 #include "product/ModuleComponent.h"
+#include "product/state/ProgramDocument.h"
 
 #include <tinyxml.h>
 
@@ -56,12 +57,14 @@ MainComponentProfileSingleModule::MainComponentProfileSingleModule()
 {
 }
 
-MainComponentSingleModule::MainComponentSingleModule(CFW::Res::ResourceSet* resources)
+MainComponentSingleModule::MainComponentSingleModule(CFW::Res::ResourceSet* resources, const PresetFolders& presets)
     : BasicComponent(&MainComponentProfileSingleModule::Instance()), context(std::make_unique<ComponentContext>(resources))
 {
     module = std::make_unique<ModuleComponent>(context.get());
-    document = std::make_unique<MainDocumentSingleModule>(context->Find<CFW::DocView::DocumentContext>(), &module->GetDocument());
-    programs = std::make_unique<MainPrograms>(context.get(), document.get());
+    document = std::make_unique<MainDocumentSingleModule>(context->Find<CFW::DocView::DocumentContext>(), &module->GetDocument(),
+                                                          presets.presetPath, presets.factoryPath);
+    // Host programs go through the decorator, so they carry the preset name and the automation map.
+    programs = std::make_unique<MainPrograms>(context.get(), &document->GetProgramDocument());
     maf = std::make_unique<MainMAFSingle>(context->Find<CFW::DocView::MAFContext>(), document.get(), module.get());
     wrapper = std::make_unique<MAFWrapper>();
     audio = std::make_unique<MainAudioMAFSingleModule>(document.get(), maf.get(), wrapper.get());

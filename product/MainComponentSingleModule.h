@@ -4,6 +4,7 @@
 #include "docview/utils/BasicComponentProfile.h"
 
 #include <memory>
+#include <string>
 
 namespace OV::CFW::Res {
 class ResourceSet;
@@ -22,6 +23,13 @@ class MainDocumentSingleModule;
 class MainMAFSingle;
 class ModuleComponent;
 
+// Where an instance finds its preset folders: the user's, and the factory presets it is seeded
+// from on first use.
+struct PresetFolders {
+    std::string presetPath;
+    std::string factoryPath;
+};
+
 // Declares the product's top component: its GUID, name and role profiles.
 class MainComponentProfileSingleModule : public CFW::DocViewUtils::BasicComponentProfile {
 public:
@@ -36,7 +44,7 @@ private:
 // Main thread; built and destroyed while no audio runs through it.
 class MainComponentSingleModule : public CFW::DocViewUtils::BasicComponent {
 public:
-    explicit MainComponentSingleModule(CFW::Res::ResourceSet* resources);
+    MainComponentSingleModule(CFW::Res::ResourceSet* resources, const PresetFolders& presets);
     ~MainComponentSingleModule() override;
 
     MainDocumentSingleModule& GetMainDocument() const { return *document; }

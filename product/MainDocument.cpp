@@ -3,6 +3,7 @@
 #include "docview/datafilter/FloatRange.h"
 #include "platform/Guid.h"
 #include "product/ModuleDocument.h"
+#include "product/state/ProgramDocument.h"
 
 #include <tinyxml.h>
 
@@ -34,10 +35,20 @@ MainDocumentProfile::MainDocumentProfile()
     SetParameter(LatencyLevel, ParameterInfo::MakeEnum("Main.LatencyLevel", {"Low", "Med", "High"}, 0, ParameterInfo::Preference));
 }
 
-MainDocumentSingleModule::MainDocumentSingleModule(CFW::DocView::DocumentContext* context, ModuleDocument* module)
+MainDocumentSingleModule::MainDocumentSingleModule(CFW::DocView::DocumentContext* context, ModuleDocument* module,
+                                                   const std::string& presetPath, const std::string& factoryPath)
     : BasicDocument(&MainDocumentProfile::Instance(), context), moduleDocument(module),
+      programDocument(std::make_unique<State::ProgramDocument>(*this)),
+      stateManager(std::make_unique<State::ManagerSingleModule>(*this, *programDocument, presetPath, factoryPath)),
       latencyLevel(GetParameter(Row::LatencyLevel).AsEnum())
 {
+}
+
+MainDocumentSingleModule::~MainDocumentSingleModule() = default;
+
+void MainDocumentSingleModule::AddSerializable(State::Serializable* item)
+{
+    programDocument->AddSerializable(item);
 }
 
 void MainDocumentSingleModule::SetParameter(int index, Parameter value, int source)

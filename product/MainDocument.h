@@ -2,12 +2,21 @@
 
 #include "docview/utils/BasicDocument.h"
 #include "docview/utils/BasicDocumentProfile.h"
+#include "product/state/ManagerSingleModule.h"
 
+#include <array>
 #include <atomic>
+#include <memory>
+#include <string>
 
 namespace OV::Products::VN4 {
 
 class ModuleDocument;
+
+namespace State {
+class ProgramDocument;
+class Serializable;
+}
 
 // The top document's rows. None is saved: the state is the module's.
 class MainDocumentProfile : public CFW::DocViewUtils::BasicDocumentProfile {
@@ -33,12 +42,18 @@ private:
 };
 
 // The top document of an instance: the compare switches, the memory selection, the latency
-// level (a preference), and the saved forms of the state, which are the module's.
+// level (a preference), and the saved forms of the state, which are the module's. It owns the
+// preset side: the program decorator the host's programs go through, the preset state manager
+// over the folders at `presetPath` (seeded from `factoryPath`), and the four memories.
 //
 // Scheduler or main thread, except TakeLatencyChanged and IsEditorOpen (any thread).
 class MainDocumentSingleModule : public CFW::DocViewUtils::BasicDocument {
 public:
-    MainDocumentSingleModule(CFW::DocView::DocumentContext* context, ModuleDocument* moduleDocument);
+    using Memories = std::array<std::shared_ptr<State::ManagerSingleModule::Snapshot>, 4>;
+
+    MainDocumentSingleModule(CFW::DocView::DocumentContext* context, ModuleDocument* moduleDocument,
+                             const std::string& presetPath, const std::string& factoryPath);
+    ~MainDocumentSingleModule() override;
 
     void SetParameter(int index, CFW::DocView::Parameter value, int source) override;
 
@@ -51,6 +66,12 @@ public:
     // The module form of the state, for preset files.
     void SaveModulePreset(TiXmlElement& element);
     ModuleDocument* GetModuleDocument() const { return moduleDocument; }
+    State::ProgramDocument& GetProgramDocument() const { return *programDocument; }
+    State::ManagerSingleModule& GetStateManager() const { return *stateManager; }
+    // Set-up only: an item saved and loaded with every host program.
+    void AddSerializable(State::Serializable* item);
+    // The A/B/C/D snapshots; the editor's thread.
+    Memories& GetMemories() { return memories; }
 
 protected:
     void DoReset() override;
@@ -63,10 +84,13 @@ private:
     void LoadSlot(const TiXmlElement* slot);
 
     ModuleDocument* moduleDocument;
+    std::unique_ptr<State::ProgramDocument> programDocument;
+    std::unique_ptr<State::ManagerSingleModule> stateManager;
     std::atomic<bool> editorOpen{false};
     std::atomic<int> latencyChanged{0};
     std::uint32_t latencyLevel;
     bool loadMetering = true;
+    Memories memories;
 };
 
 }  // namespace OV::Products::VN4

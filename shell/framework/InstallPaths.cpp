@@ -24,15 +24,25 @@ std::string InstallPaths::GetResPath() const
     return ReadOrComplain("ResPath", "Missing ResPath error");
 }
 
-std::string InstallPaths::GetResPath(int index) const
+std::string InstallPaths::ReadOrEmpty(const std::string& name) const
 {
     std::string value;
-    return key.ReadString("ResPath" + std::to_string(index), value) ? value : std::string();
+    return key.ReadString(name, value) ? value : std::string();
+}
+
+std::string InstallPaths::GetResPath(int index) const
+{
+    return ReadOrEmpty("ResPath" + std::to_string(index));
 }
 
 std::string InstallPaths::GetPresetPath() const
 {
     return ReadOrComplain("PresetPath", "Missing PresetPath error");
+}
+
+std::string InstallPaths::GetFactoryPresetPath() const
+{
+    return ReadOrEmpty("FactoryPresetPath");
 }
 
 }  // namespace OV::CFW::HLAFramework

@@ -18,9 +18,12 @@ public:
     std::string GetResPath(int index) const;
     // "PresetPath"; when missing, a message box and an empty string.
     std::string GetPresetPath() const;
+    // "FactoryPresetPath", the presets shipped with the product; empty and silent when missing.
+    std::string GetFactoryPresetPath() const;
 
 private:
     std::string ReadOrComplain(const std::string& name, const std::string& caption) const;
+    std::string ReadOrEmpty(const std::string& name) const;
 
     Platform::RegistryKey key;
     std::string product;

@@ -1,7 +1,6 @@
 #include "tests/integration/InstanceRunner.h"
 
 #include <algorithm>
-#include <regex>
 #include <stdexcept>
 
 namespace OV::Testing {
@@ -62,11 +61,6 @@ void InstanceRunner::SetProgramChunk(const std::string& text)
 void InstanceRunner::SetBankChunk(const std::string& text)
 {
     process->SetBankChunk(process, text.c_str(), static_cast<int>(text.size()));
-}
-
-std::string WithoutGuids(const std::string& text)
-{
-    return std::regex_replace(text, std::regex(" GUID=\"[0-9a-f-]*\""), "");
 }
 
 }  // namespace OV::Testing

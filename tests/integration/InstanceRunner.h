@@ -33,7 +33,4 @@ private:
     int block;
 };
 
-// The text without its GUID attributes, which every save makes anew.
-std::string WithoutGuids(const std::string& text);
-
 }  // namespace OV::Testing

@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <regex>
 #include <sstream>
 #include <stdexcept>
 
@@ -34,6 +35,11 @@ std::string ScratchFolder::Write(const std::string& relative, const std::string&
     boost::filesystem::create_directories(file.parent_path());
     std::ofstream(file.string(), std::ios::binary) << text;
     return file.string();
+}
+
+std::string WithoutGuids(const std::string& text)
+{
+    return std::regex_replace(text, std::regex(" GUID=\"[0-9a-f-]*\""), "");
 }
 
 std::string ReadFile(const std::string& path)

@@ -23,6 +23,9 @@ private:
 // Reads a whole file; empty when it cannot be read.
 std::string ReadFile(const std::string& path);
 
+// The text without its GUID attributes, which every save makes anew.
+std::string WithoutGuids(const std::string& text);
+
 // Runs `action` with standard error sent to a file and returns what it wrote there.
 template <typename Action>
 std::string CaptureStandardError(Action&& action);

@@ -1,0 +1,141 @@
+#include "product/state/FileSystem.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <fstream>
+
+#include <boost/filesystem.hpp>
+
+namespace OV::Products::VN4::State {
+
+namespace fs = boost::filesystem;
+
+FileSystemError::FileSystemError(const std::string& name, const std::string& where, std::error_code error)
+    : std::runtime_error(name + ": " + error.message() + ": \"" + where + "\""), operation(name), path(where), code(error)
+{
+}
+
+namespace FileSystem {
+
+namespace {
+
+[[noreturn]] void Fail(const char* operation, const std::string& path, const boost::system::error_code& error)
+{
+    throw FileSystemError(operation, path, std::error_code(error.value(), std::generic_category()));
+}
+
+[[noreturn]] void FailErrno(const char* operation, const std::string& path)
+{
+    throw FileSystemError(operation, path, std::error_code(errno, std::generic_category()));
+}
+
+bool NotFound(const boost::system::error_code& error)
+{
+    return error == boost::system::errc::no_such_file_or_directory || error == boost::system::errc::not_a_directory;
+}
+
+}  // namespace
+
+bool Exists(const std::string& path)
+{
+    boost::system::error_code error;
+    const bool result = fs::exists(path, error);
+    if (error && !NotFound(error))
+        Fail("boost::filesystem::exists", path, error);
+    return result;
+}
+
+bool IsDirectory(const std::string& path)
+{
+    boost::system::error_code error;
+    const bool result = fs::is_directory(path, error);
+    if (error && !NotFound(error))
+        Fail("boost::filesystem::is_directory", path, error);
+    return result;
+}
+
+void CreateDirectories(const std::string& path)
+{
+    boost::system::error_code error;
+    fs::create_directories(path, error);
+    if (error)
+        Fail("boost::filesystem::create_directories", path, error);
+}
+
+void Remove(const std::string& path)
+{
+    boost::system::error_code error;
+    fs::remove(path, error);
+    if (error)
+        Fail("boost::filesystem::remove", path, error);
+}
+
+std::vector<std::string> Entries(const std::string& folder)
+{
+    boost::system::error_code error;
+    fs::directory_iterator entry(folder, error);
+    if (error)
+        Fail("boost::filesystem::basic_directory_iterator constructor", folder, error);
+    std::vector<std::string> entries;
+    for (; entry != fs::directory_iterator(); entry.increment(error)) {
+        if (error)
+            Fail("boost::filesystem::basic_directory_iterator increment", folder, error);
+        entries.push_back(entry->path().string());
+    }
+    if (error)
+        Fail("boost::filesystem::basic_directory_iterator increment", folder, error);
+    return entries;
+}
+
+void WriteAtomically(const std::string& path, const std::string& text)
+{
+    const std::string temporary = path + ".saving";
+    const int fd = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+    if (fd < 0)
+        FailErrno("open", temporary);
+    std::size_t written = 0;
+    while (written < text.size()) {
+        const ssize_t result = ::write(fd, text.data() + written, text.size() - written);
+        if (result < 0 && errno == EINTR)
+            continue;
+        if (result <= 0) {
+            const int saved = result < 0 ? errno : ENOSPC;
+            ::close(fd);
+            ::unlink(temporary.c_str());
+            errno = saved;
+            FailErrno("write", temporary);
+        }
+        written += static_cast<std::size_t>(result);
+    }
+    if (::fsync(fd) != 0 || ::close(fd) != 0) {
+        const int saved = errno;
+        ::unlink(temporary.c_str());
+        errno = saved;
+        FailErrno("fsync", temporary);
+    }
+    if (::rename(temporary.c_str(), path.c_str()) != 0) {
+        const int saved = errno;
+        ::unlink(temporary.c_str());
+        errno = saved;
+        FailErrno("rename", path);
+    }
+}
+
+bool ReadText(const std::string& path, std::string& text)
+{
+    std::ifstream stream(path, std::ios::binary | std::ios::ate);
+    if (!stream)
+        return false;
+    const std::streamoff size = stream.tellg();
+    if (size < 0 || static_cast<std::size_t>(size) > maxTextSize)
+        return false;
+    text.resize(static_cast<std::size_t>(size));
+    stream.seekg(0);
+    return static_cast<bool>(stream.read(text.data(), size));
+}
+
+}  // namespace FileSystem
+
+}  // namespace OV::Products::VN4::State
