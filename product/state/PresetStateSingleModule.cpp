@@ -31,44 +31,36 @@ boost::signals2::connection PresetStateSingleModule::ConnectPresetChanged(const 
     return presetChanged.connect(slot);
 }
 
-void PresetStateSingleModule::LoadSelected()
+void PresetStateSingleModule::SelectAndLoad(const std::function<bool(DirectoryNavigator&)>& select)
 {
-    std::lock_guard<std::recursive_mutex> guard(mutex);
-    const std::shared_ptr<const Directory::Node> selected = navigator->GetSelected();
-    if (!selected)
-        return;
-    std::string text;
-    TiXmlDocument file;
-    if (FileSystem::ReadText(selected->GetPath(), text) && Platform::ParseXml(file, text.data(), text.size()))
-        document.Load(*file.RootElement());
+    {
+        std::lock_guard<std::recursive_mutex> guard(mutex);
+        if (!select(*navigator))
+            return;
+        const std::shared_ptr<const Directory::Node> selected = navigator->GetSelected();
+        if (!selected)
+            return;
+        std::string text;
+        TiXmlDocument file;
+        if (FileSystem::ReadText(selected->GetPath(), text) && Platform::ParseXml(file, text.data(), text.size()))
+            document.Load(*file.RootElement());
+    }
     presetChanged();
 }
 
 void PresetStateSingleModule::LoadNext()
 {
-    commands.Post([this] {
-        std::lock_guard<std::recursive_mutex> guard(mutex);
-        if (navigator->Next())
-            LoadSelected();
-    });
+    commands.Post([this] { SelectAndLoad([](DirectoryNavigator& navigator) { return navigator.Next(); }); });
 }
 
 void PresetStateSingleModule::LoadPrevious()
 {
-    commands.Post([this] {
-        std::lock_guard<std::recursive_mutex> guard(mutex);
-        if (navigator->Previous())
-            LoadSelected();
-    });
+    commands.Post([this] { SelectAndLoad([](DirectoryNavigator& navigator) { return navigator.Previous(); }); });
 }
 
 void PresetStateSingleModule::LoadPreset(const std::string& path)
 {
-    commands.Post([this, path] {
-        std::lock_guard<std::recursive_mutex> guard(mutex);
-        if (navigator->Select(path))
-            LoadSelected();
-    });
+    commands.Post([this, path] { SelectAndLoad([&path](DirectoryNavigator& navigator) { return navigator.Select(path); }); });
 }
 
 void PresetStateSingleModule::WritePreset(const std::string& path)
@@ -86,8 +78,8 @@ void PresetStateSingleModule::WritePreset(const std::string& path)
 void PresetStateSingleModule::SavePreset(const std::string& path)
 {
     commands.Post([this, path] {
-        std::lock_guard<std::recursive_mutex> guard(mutex);
         try {
+            std::lock_guard<std::recursive_mutex> guard(mutex);
             const bool listed = navigator->Select(path);
             WritePreset(path);
             if (!listed) {

@@ -53,12 +53,13 @@ public:
     // Posted: the document's reset.
     void LoadDefaults(bool keepMetering);
 
-    // Fired on the worker, under the state's lock, after a file load or save.
+    // Fired on the worker after a file load or save, with the state's lock released.
     boost::signals2::connection ConnectPresetChanged(const std::function<void()>& slot);
 
 private:
-    // Worker: reads the selected file into the document, then tells.
-    void LoadSelected();
+    // Worker: moves the selection by `select`; when it lands on a preset, reads that file into
+    // the document, then tells.
+    void SelectAndLoad(const std::function<bool(DirectoryNavigator&)>& select);
     void WritePreset(const std::string& path);
     void UseTree();
 

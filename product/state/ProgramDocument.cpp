@@ -36,11 +36,14 @@ bool ProgramDocument::Save(TiXmlElement& element)
 bool ProgramDocument::Load(const TiXmlElement& element)
 {
     const bool loaded = document.Load(element);
-    std::lock_guard<std::recursive_mutex> guard(mutex);
-    const char* name = element.Attribute("PresetName");
-    presetName = name != nullptr ? name : "";
-    for (Serializable* item : serializables)
-        item->Load(element);
+    {
+        std::lock_guard<std::recursive_mutex> guard(mutex);
+        const char* name = element.Attribute("PresetName");
+        presetName = name != nullptr ? name : "";
+        for (Serializable* item : serializables)
+            item->Load(element);
+    }
+    // Outside the lock: the listeners take locks of their own that are held around calls here.
     programChanged();
     return loaded;
 }
