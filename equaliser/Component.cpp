@@ -2,6 +2,8 @@
 
 #include "docview/interfaces/DocumentContext.h"
 #include "docview/interfaces/MAFContext.h"
+#include "docview/interfaces/RoleContexts.h"
+#include "equaliser/AutomationProfile.h"
 
 namespace OV::Comp::ModuleLinearPhaseEq {
 
@@ -18,13 +20,17 @@ C* FindContext(CFW::DocView::ComponentContext* context)
 Component::Component(CFW::DocView::ComponentContext* context) : BasicComponent(&ComponentProfile::Instance())
 {
     document = std::make_unique<Document>(&DocumentProfile::Instance(), FindContext<CFW::DocView::DocumentContext>(context));
-    // The editor (GUIContext) and the automation (AutomationContext, the 37 slots of the
-    // linked set) are made here, with the document.
+    // The editor (GUIContext) is made here, with the document.
+    if (CFW::DocView::AutomationContext* automationContext = FindContext<CFW::DocView::AutomationContext>(context))
+        automation = std::make_unique<CFW::DocViewUtils::BasicAutomation>(&AutomationProfile::Instance(), automationContext,
+                                                                           document.get());
     if (CFW::DocView::MAFContext* mafContext = FindContext<CFW::DocView::MAFContext>(context))
         maf = std::make_unique<MAF>(&MAFProfile::Instance(), mafContext, document.get());
 
     AddInterface(document.get());
-    // The editor and the automation are added here.
+    // The editor is added here.
+    if (automation != nullptr)
+        AddInterface(automation.get());
     if (maf != nullptr)
         AddInterface(maf.get());
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "docview/interfaces/Context.h"
+#include "docview/utils/BasicAutomation.h"
 #include "docview/utils/BasicComponent.h"
 #include "equaliser/ComponentProfile.h"
 #include "equaliser/Document.h"
@@ -11,8 +12,8 @@
 namespace OV::Comp::ModuleLinearPhaseEq {
 
 // The equaliser as a component: its roles, made in the order document, editor, automation,
-// MAF, each with the document, and offered in that order. The editor and the automation roles
-// are not part of it yet. A role whose context the given context lacks is left out.
+// MAF, each with the document, and offered in that order. The editor role is not part of it
+// yet. A role whose context the given context lacks is left out.
 //
 // Threads: construction and destruction on the main thread or the scheduler's worker (a model
 // switch); they allocate.
@@ -27,13 +28,16 @@ public:
     static const ComponentProfile& Profile() { return ComponentProfile::Instance(); }
 
     Document& GetDocument() const { return *document; }
+    // Null when the context has no automation context.
+    CFW::DocViewUtils::BasicAutomation* GetAutomation() const { return automation.get(); }
     // Null when the context has no MAF context.
     MAF* GetMAF() const { return maf.get(); }
 
 private:
-    // Deleted in the reverse order: the MAF listens to the document.
+    // Deleted in the reverse order: the automation and the MAF listen to the document.
     std::unique_ptr<Document> document;
-    // The editor and the automation roles go here, between document and MAF.
+    // The editor role goes here, between document and automation.
+    std::unique_ptr<CFW::DocViewUtils::BasicAutomation> automation;
     std::unique_ptr<MAF> maf;
 };
 

@@ -1,5 +1,6 @@
 #include "equaliser/ComponentProfile.h"
 
+#include "equaliser/AutomationProfile.h"
 #include "equaliser/DocumentProfile.h"
 #include "equaliser/MAFProfile.h"
 
@@ -22,7 +23,8 @@ ComponentProfile& ComponentProfile::Instance()
 ComponentProfile::ComponentProfile() : BasicComponentProfile(componentId, "Linear Phase EQ")
 {
     AddInterfaceProfile(&DocumentProfile::Instance());
-    // The editor's and the automation's profiles go here, in this order.
+    // The editor's profile goes here.
+    AddInterfaceProfile(&AutomationProfile::Instance());
     AddInterfaceProfile(&MAFProfile::Instance());
 }
 

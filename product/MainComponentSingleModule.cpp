@@ -4,6 +4,7 @@
 #include "product/ComponentContext.h"
 #include "product/HLAConfig.h"
 #include "product/MAFWrapper.h"
+#include "product/MainAutomation.h"
 #include "product/MainDocument.h"
 #include "product/MainMAF.h"
 #include "product/ModuleComponent.h"
@@ -63,12 +64,16 @@ MainComponentSingleModule::MainComponentSingleModule(CFW::Res::ResourceSet* reso
     module = std::make_unique<ModuleComponent>(context.get());
     document = std::make_unique<MainDocumentSingleModule>(context->Find<CFW::DocView::DocumentContext>(), &module->GetDocument(),
                                                           presets.presetPath, presets.factoryPath);
+    automation = std::make_unique<MainAutomationSingleModule>(&MainAutomationProfileSingleModule::Instance(),
+                                                              context->Find<CFW::DocView::AutomationContext>(), document.get(),
+                                                              module.get());
     // Host programs go through the decorator, so they carry the preset name and the automation map.
     programs = std::make_unique<MainPrograms>(context.get(), &document->GetProgramDocument());
     maf = std::make_unique<MainMAFSingle>(context->Find<CFW::DocView::MAFContext>(), document.get(), module.get());
     wrapper = std::make_unique<MAFWrapper>();
     audio = std::make_unique<MainAudioMAFSingleModule>(document.get(), maf.get(), wrapper.get());
     AddInterface(document.get());
+    AddInterface(automation.get());
     AddInterface(programs.get());
     AddInterface(maf.get());
     AddInterface(audio.get());
@@ -83,6 +88,7 @@ MainComponentSingleModule::~MainComponentSingleModule()
     maf.reset();
     wrapper.reset();
     programs.reset();
+    automation.reset();
     document.reset();
     module.reset();
 }

@@ -19,6 +19,7 @@ namespace OV::Products::VN4 {
 class ComponentContext;
 class MAFWrapper;
 class MainAudioMAFSingleModule;
+class MainAutomationSingleModule;
 class MainDocumentSingleModule;
 class MainMAFSingle;
 class ModuleComponent;
@@ -40,7 +41,8 @@ private:
 };
 
 // The whole instance of the product: its context and scheduler thread, the module slot with
-// the equaliser, the main document, programs, the MAF layer, the engine and the audio role.
+// the equaliser, the main document, the host's automation, programs, the MAF layer, the engine
+// and the audio role.
 // Main thread; built and destroyed while no audio runs through it.
 class MainComponentSingleModule : public CFW::DocViewUtils::BasicComponent {
 public:
@@ -55,6 +57,7 @@ private:
     std::unique_ptr<ComponentContext> context;
     std::unique_ptr<ModuleComponent> module;
     std::unique_ptr<MainDocumentSingleModule> document;
+    std::unique_ptr<MainAutomationSingleModule> automation;
     std::unique_ptr<CFW::DocViewUtils::BasicPrograms> programs;
     std::unique_ptr<MainMAFSingle> maf;
     std::unique_ptr<MAFWrapper> wrapper;

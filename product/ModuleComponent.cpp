@@ -1,6 +1,7 @@
 #include "product/ModuleComponent.h"
 
 #include "docview/interfaces/MAFContext.h"
+#include "docview/interfaces/RoleContexts.h"
 
 namespace OV::Products::VN4 {
 
@@ -92,15 +93,18 @@ ModuleComponent::ModuleComponent(CFW::DocView::ComponentContext* mainContext)
     : BasicComponent(&ModuleComponentProfile::Instance()), context(mainContext->CreateLocal(mainContext))
 {
     document = std::make_unique<ModuleDocument>(context->Find<CFW::DocView::DocumentContext>(), context.get());
+    automation = std::make_unique<ModuleAutomationSingleModule>(context->Find<CFW::DocView::AutomationContext>(), document.get());
     maf = std::make_unique<ModuleMAF>(context->Find<CFW::DocView::MAFContext>(), document.get());
     AddInterface(document.get());
+    AddInterface(automation.get());
     AddInterface(maf.get());
 }
 
-// The MAF goes first: it listens to the document.
+// The MAF and the automation go first: they listen to the document.
 ModuleComponent::~ModuleComponent()
 {
     maf.reset();
+    automation.reset();
     document.reset();
 }
 

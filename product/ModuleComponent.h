@@ -4,6 +4,7 @@
 #include "docview/utils/BasicComponent.h"
 #include "docview/utils/BasicComponentProfile.h"
 #include "docview/utils/BasicMAF.h"
+#include "product/ModuleAutomation.h"
 #include "product/ModuleDocument.h"
 
 #include <memory>
@@ -39,19 +40,21 @@ private:
     std::string name;
 };
 
-// A host for one exchangeable module: the slot's document (which owns the model's component)
-// and MAF. Built in the context of the main component, in a local context of its own.
+// A host for one exchangeable module: the slot's document (which owns the model's component),
+// automation and MAF. Built in the context of the main component, in a local context of its own.
 class ModuleComponent : public CFW::DocViewUtils::BasicComponent {
 public:
     explicit ModuleComponent(CFW::DocView::ComponentContext* context);
     ~ModuleComponent() override;
 
     ModuleDocument& GetDocument() const { return *document; }
+    ModuleAutomationSingleModule& GetAutomation() const { return *automation; }
     ModuleMAF& GetMAF() const { return *maf; }
 
 private:
     std::shared_ptr<CFW::DocView::ComponentContext> context;
     std::unique_ptr<ModuleDocument> document;
+    std::unique_ptr<ModuleAutomationSingleModule> automation;
     std::unique_ptr<ModuleMAF> maf;
 };
 

@@ -1,6 +1,7 @@
 // The equaliser component over the product's real engine: band settings go down into the
 // engine's parameters, the output level comes back into the meter row, and the coefficients
 // the chains run with come up through the ring.
+#include "docview/interfaces/Automation.h"
 #include "docview/interfaces/GUI.h"
 #include "equaliser/Component.h"
 #include "product/ComponentContext.h"
@@ -109,8 +110,9 @@ TEST(EngineBridgeTest, ComponentOffersItsRolesAndProfile)
 {
     Instance eq;
     using namespace CFW::DocView;
-    EXPECT_EQ(2, eq.component.GetInterfaceCount());
+    EXPECT_EQ(3, eq.component.GetInterfaceCount());
     EXPECT_EQ(&eq.component.GetDocument(), FindInterface<Document>(eq.component));
+    EXPECT_EQ(eq.component.GetAutomation(), FindInterface<Automation>(eq.component));
     EXPECT_EQ(eq.component.GetMAF(), FindInterface<MAF>(eq.component));
     EXPECT_EQ(nullptr, eq.component.GetInterface(typeid(GUI)));
     const ComponentProfile& profile = Comp::ModuleLinearPhaseEq::Component::Profile();

@@ -155,10 +155,13 @@ TEST_F(InstanceTest, BankChunksCarryEveryProgramAndRoundTrip)
     int programs = 0;
     for (const TiXmlElement* program = parsed.RootElement()->FirstChildElement("Program"); program != nullptr;
          program = program->NextSiblingElement("Program"), ++programs) {
+        // The module's state thirteen times, and the automation map last.
         std::vector<const TiXmlElement*> children;
         for (const TiXmlElement* child = program->FirstChildElement(); child != nullptr; child = child->NextSiblingElement())
             children.push_back(child);
-        ASSERT_EQ(13u, children.size());
+        ASSERT_EQ(14u, children.size());
+        EXPECT_STREQ("Automation", children.back()->Value());
+        children.pop_back();
         EXPECT_STREQ("Metering", children.back()->Value());
         for (const TiXmlElement* child : children) {
             const TiXmlElement* module = child->FirstChildElement("Module");
