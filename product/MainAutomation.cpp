@@ -47,7 +47,7 @@ MainAutomationProfileSingleModule::MainAutomationProfileSingleModule(const CFW::
 MainAutomationSingleModule::MainAutomationSingleModule(const MainAutomationProfileSingleModule* profile,
                                                        CFW::DocView::AutomationContext* context,
                                                        MainDocumentSingleModule* document, ModuleComponent* module)
-    : Automation(profile, context)
+    : Automation(profile, context), document(document)
 {
     auto root = std::make_shared<TargetTreeNode>("Module");
     module->GetAutomation().AddTargets(*root, "");
@@ -57,6 +57,9 @@ MainAutomationSingleModule::MainAutomationSingleModule(const MainAutomationProfi
     document->AddSerializable(serializer.get());
 }
 
-MainAutomationSingleModule::~MainAutomationSingleModule() = default;
+MainAutomationSingleModule::~MainAutomationSingleModule()
+{
+    document->RemoveSerializable(serializer.get());
+}
 
 }  // namespace OV::Products::VN4

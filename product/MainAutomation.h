@@ -44,6 +44,7 @@ public:
     ~MainAutomationSingleModule() override;
 
 private:
+    MainDocumentSingleModule* document;
     std::unique_ptr<Comp::AutomationRouter::MapStore> store;
     std::unique_ptr<Comp::AutomationRouter::AutomationHelperSerializer> serializer;
 };

@@ -51,6 +51,11 @@ void MainDocumentSingleModule::AddSerializable(State::Serializable* item)
     programDocument->AddSerializable(item);
 }
 
+void MainDocumentSingleModule::RemoveSerializable(State::Serializable* item)
+{
+    programDocument->RemoveSerializable(item);
+}
+
 void MainDocumentSingleModule::SetParameter(int index, Parameter value, int source)
 {
     BasicDocument::SetParameter(index, value, source);

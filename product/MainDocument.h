@@ -68,8 +68,9 @@ public:
     ModuleDocument* GetModuleDocument() const { return moduleDocument; }
     State::ProgramDocument& GetProgramDocument() const { return *programDocument; }
     State::ManagerSingleModule& GetStateManager() const { return *stateManager; }
-    // Set-up only: an item saved and loaded with every host program.
+    // Set-up and tear-down only: an item saved and loaded with every host program.
     void AddSerializable(State::Serializable* item);
+    void RemoveSerializable(State::Serializable* item);
     // The A/B/C/D snapshots; the editor's thread.
     Memories& GetMemories() { return memories; }
 

@@ -37,17 +37,19 @@ ModuleAutomationSingleModule::ModuleAutomationSingleModule(CFW::DocView::Automat
 {
     for (int model = 0; model < Info::Instance().GetFactory().GetCount(); ++model)
         fakes.push_back(std::make_unique<CFW::DocViewUtils::FakeAutomation>(ModelProfile(model)));
-    TakeChild(document->GetChild());
-    document->AddChildListener([this](const std::shared_ptr<CFW::DocView::Component>& child) { TakeChild(child); });
+    OnChildChanged(document->GetChild());
+    document->AddChildListener(this);
 }
 
+// The stand-ins leave the child's automation before the reference that keeps it goes.
 ModuleAutomationSingleModule::~ModuleAutomationSingleModule()
 {
+    document->RemoveChildListener(this);
     for (const std::unique_ptr<CFW::DocViewUtils::FakeAutomation>& fake : fakes)
         fake->SetTarget(nullptr);
 }
 
-void ModuleAutomationSingleModule::TakeChild(const std::shared_ptr<CFW::DocView::Component>& child)
+void ModuleAutomationSingleModule::OnChildChanged(const std::shared_ptr<CFW::DocView::Component>& child)
 {
     CFW::DocView::Automation* automation = child ? CFW::DocView::FindInterface<CFW::DocView::Automation>(*child) : nullptr;
     // Shares the child's ownership: the component outlives every stand-in's use of it.

@@ -3,6 +3,7 @@
 #include "docview/utils/BasicAutomation.h"
 #include "docview/utils/BasicAutomationProfile.h"
 #include "docview/utils/FakeAutomation.h"
+#include "product/ModuleDocument.h"
 #include "product/automationrouter/AutomationTargetModule.h"
 
 #include <memory>
@@ -14,7 +15,6 @@ class Component;
 
 namespace OV::Products::VN4 {
 
-class ModuleDocument;
 
 // The module slot's own automation: "Module Selector", no slots of its own.
 class ModuleAutomationProfile : public CFW::DocViewUtils::BasicAutomationProfile {
@@ -33,7 +33,8 @@ private:
 // Threads: as DocView::Automation. Construction, AddTargets and destruction on the main thread;
 // a model switch reaches it on the worker.
 class ModuleAutomationSingleModule : public CFW::DocViewUtils::BasicAutomation,
-                                     public Comp::AutomationRouter::AutomationTargetModule {
+                                     public Comp::AutomationRouter::AutomationTargetModule,
+                                     private ModuleDocument::ChildListener {
 public:
     // `document` outlives this; its child is followed from now on.
     ModuleAutomationSingleModule(CFW::DocView::AutomationContext* context, ModuleDocument* document);
@@ -47,7 +48,7 @@ public:
     CFW::DocViewUtils::FakeAutomation& GetFake(int index) const { return *fakes[static_cast<std::size_t>(index)]; }
 
 private:
-    void TakeChild(const std::shared_ptr<CFW::DocView::Component>& child);
+    void OnChildChanged(const std::shared_ptr<CFW::DocView::Component>& child) override;
 
     ModuleDocument* document;
     std::vector<std::unique_ptr<CFW::DocViewUtils::FakeAutomation>> fakes;  // one per registry model

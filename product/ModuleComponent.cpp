@@ -33,16 +33,24 @@ ModuleComponentProfile& ModuleComponentProfile::Instance()
 ModuleComponentProfile::ModuleComponentProfile() : BasicComponentProfile(moduleComponentId, "Module") {}
 
 ModuleMAF::ModuleMAF(CFW::DocView::MAFContext* context, ModuleDocument* document)
-    : BasicMAF(&ModuleMAFProfile::Instance(), context, document)
+    : BasicMAF(&ModuleMAFProfile::Instance(), context, document), document(document)
 {
     TakeChild(document->GetChild());
-    document->AddChildListener([this](const std::shared_ptr<CFW::DocView::Component>& next) {
-        if (childMAF != nullptr && engine != nullptr)
-            childMAF->Detach();
-        TakeChild(next);
-        if (childMAF != nullptr && engine != nullptr)
-            childMAF->Attach(engine, name);
-    });
+    document->AddChildListener(this);
+}
+
+ModuleMAF::~ModuleMAF()
+{
+    document->RemoveChildListener(this);
+}
+
+void ModuleMAF::OnChildChanged(const std::shared_ptr<CFW::DocView::Component>& next)
+{
+    if (childMAF != nullptr && engine != nullptr)
+        childMAF->Detach();
+    TakeChild(next);
+    if (childMAF != nullptr && engine != nullptr)
+        childMAF->Attach(engine, name);
 }
 
 void ModuleMAF::TakeChild(const std::shared_ptr<CFW::DocView::Component>& next)

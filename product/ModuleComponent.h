@@ -21,9 +21,10 @@ private:
 
 // The slot's MAF: nothing of its own to mediate; it carries the hosted model's MAF along, under
 // the same engine and name. The model is fixed while audio runs (this product has one).
-class ModuleMAF : public CFW::DocViewUtils::BasicMAF {
+class ModuleMAF : public CFW::DocViewUtils::BasicMAF, private ModuleDocument::ChildListener {
 public:
     ModuleMAF(CFW::DocView::MAFContext* context, ModuleDocument* document);
+    ~ModuleMAF() override;
 
     void Attach(CFW::DocView::MAFWrapper* wrapper, const std::string& prefix) override;
     void Detach() override;
@@ -32,8 +33,10 @@ public:
     void Idle() override;
 
 private:
+    void OnChildChanged(const std::shared_ptr<CFW::DocView::Component>& next) override;
     void TakeChild(const std::shared_ptr<CFW::DocView::Component>& child);
 
+    ModuleDocument* document;
     std::shared_ptr<CFW::DocView::Component> child;
     CFW::DocView::MAF* childMAF = nullptr;
     CFW::DocView::MAFWrapper* engine = nullptr;

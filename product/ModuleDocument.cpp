@@ -4,6 +4,8 @@
 
 #include <tinyxml.h>
 
+#include <algorithm>
+
 namespace OV::Products::VN4 {
 
 using CFW::DocView::Parameter;
@@ -41,16 +43,26 @@ CFW::DocView::Document* ModuleDocument::GetChildDocument() const
     return child ? CFW::DocView::FindInterface<CFW::DocView::Document>(*child) : nullptr;
 }
 
+void ModuleDocument::RemoveChildListener(ChildListener* listener)
+{
+    listeners.erase(std::remove(listeners.begin(), listeners.end(), listener), listeners.end());
+}
+
 void ModuleDocument::CreateChild()
 {
-    if (CFW::DocView::Document* document = GetChildDocument())
-        document->DropBindings();
-    child.reset();
+    if (child) {
+        // Everyone lets go of the old child before it and its context go.
+        for (ChildListener* listener : listeners)
+            listener->OnChildChanged(nullptr);
+        if (CFW::DocView::Document* document = GetChildDocument())
+            document->DropBindings();
+        child.reset();
+    }
     childContext = context->CreateLocal(context);
     const int model = static_cast<int>(GetParameter(ModuleDocumentProfile::Model).AsEnum());
     child = Info::Instance().GetFactory().Create(model, childContext.get());
-    for (const ChildListener& listener : listeners)
-        listener(child);
+    for (ChildListener* listener : listeners)
+        listener->OnChildChanged(child);
 }
 
 void ModuleDocument::PassBypass()

@@ -4,7 +4,6 @@
 #include "docview/utils/BasicDocument.h"
 #include "docview/utils/BasicDocumentProfile.h"
 
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -26,7 +25,15 @@ private:
 // Scheduler or main thread.
 class ModuleDocument : public CFW::DocViewUtils::BasicDocument {
 public:
-    using ChildListener = std::function<void(const std::shared_ptr<CFW::DocView::Component>&)>;
+    // Told when the child is replaced: first null, while the old child still lives, then the
+    // new one. On the thread that set "Model".
+    class ChildListener {
+    public:
+        virtual void OnChildChanged(const std::shared_ptr<CFW::DocView::Component>& child) = 0;
+
+    protected:
+        ~ChildListener() = default;
+    };
 
     // `context` is the slot's context; each child gets a local one of its own.
     ModuleDocument(CFW::DocView::DocumentContext* documents, CFW::DocView::ComponentContext* context);
@@ -35,7 +42,9 @@ public:
     const std::shared_ptr<CFW::DocView::Component>& GetChild() const { return child; }
     // The child's document, or null.
     CFW::DocView::Document* GetChildDocument() const;
-    void AddChildListener(const ChildListener& listener) { listeners.push_back(listener); }
+    // Set-up and tear-down, while no model switch runs.
+    void AddChildListener(ChildListener* listener) { listeners.push_back(listener); }
+    void RemoveChildListener(ChildListener* listener);
 
 protected:
     void DoReset() override;
@@ -52,7 +61,7 @@ private:
     CFW::DocView::ComponentContext* context;
     std::shared_ptr<CFW::DocView::ComponentContext> childContext;
     std::shared_ptr<CFW::DocView::Component> child;
-    std::vector<ChildListener> listeners;
+    std::vector<ChildListener*> listeners;
 };
 
 }  // namespace OV::Products::VN4

@@ -53,8 +53,8 @@ public:
         }
     }
 
-    // Publishes `handle` and returns the one it replaced, which no reader holds any more.
-    T* Replace(T* handle)
+    // Publishes `handle`; returns once no reader holds the one it replaced.
+    void Replace(T* handle)
     {
         const int old = newest.load();
         int fresh = -1;
@@ -70,7 +70,6 @@ public:
         newest.store(fresh);
         while (counts[old].load() != 0)
             std::this_thread::yield();
-        return handles[old].load();
     }
 
     // Writer's side: the handle last published.

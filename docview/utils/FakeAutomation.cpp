@@ -107,8 +107,11 @@ bool FakeAutomation::Write(int slot, float value, bool normalised, Writer&& writ
     (normalised ? kept.normalised : kept.plain).store(value);
     const auto reading = target.Read();
     DocView::Automation* to = reading.Get();
-    if (to == nullptr)
+    if (to == nullptr) {
+        // Nothing to convert with: the number stands for both halves until a target comes.
+        (normalised ? kept.plain : kept.normalised).store(value);
         return true;
+    }
     const int mapped = slotMap[static_cast<std::size_t>(slot)];
     const bool accepted = write(*to, mapped);
     // The target converts: both halves as it now sees them.

@@ -47,6 +47,7 @@ public:
     float GetValue(int slot) override;
     float GetNormalized(int slot) override;
     // Stored first, then passed to the target; the target's view of both values is kept.
+    // Without a target the number is kept as both the plain and the normalised value.
     void SetValue(int slot, float plain) override;
     void SetNormalized(int slot, float normalised) override;
     bool QueueValue(int slot, float plain) override;

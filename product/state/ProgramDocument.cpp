@@ -2,9 +2,16 @@
 
 #include <tinyxml.h>
 
+#include <algorithm>
+
 namespace OV::Products::VN4::State {
 
 ProgramDocument::ProgramDocument(CFW::DocView::Document& wrapped) : document(wrapped) {}
+
+void ProgramDocument::RemoveSerializable(Serializable* item)
+{
+    serializables.erase(std::remove(serializables.begin(), serializables.end(), item), serializables.end());
+}
 
 std::string ProgramDocument::GetPresetName() const
 {

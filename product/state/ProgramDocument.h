@@ -19,8 +19,9 @@ class ProgramDocument : public CFW::DocView::Document {
 public:
     explicit ProgramDocument(CFW::DocView::Document& document);
 
-    // Set-up only, before any program is loaded or saved. Not owned.
+    // Set-up and tear-down only, while no program is loaded or saved. Not owned.
     void AddSerializable(Serializable* item) { serializables.push_back(item); }
+    void RemoveSerializable(Serializable* item);
     std::string GetPresetName() const;
     void SetPresetName(const std::string& name);
     boost::signals2::connection ConnectProgramChanged(const std::function<void()>& slot);

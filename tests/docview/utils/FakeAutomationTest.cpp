@@ -39,10 +39,14 @@ TEST(FakeAutomationTest, ForwardsRenumberedAndKeepsTheLastValues)
     EXPECT_FLOAT_EQ(3.0f, fake.ToNormalized(1, 3.0f));
     EXPECT_TRUE(fake.QueueValue(1, 4.0f));
     EXPECT_FLOAT_EQ(4.0f, fake.GetValue(1));
+    EXPECT_TRUE(fake.QueueNormalized(0, 0.25f));
+    EXPECT_FLOAT_EQ(0.25f, fake.GetValue(0)) << "without a converter the number is both halves";
     fake.SetListener(&listener);
     auto told = listener.Take();
     ASSERT_EQ(2u, told.size());
+    EXPECT_FLOAT_EQ(0.25f, told[0].plain);
     EXPECT_FLOAT_EQ(4.0f, told[1].plain);
+    EXPECT_FLOAT_EQ(4.0f, told[1].normalised);
     EXPECT_EQ(SourceInternal, told[1].source);
 
     // A target tells its values at once, under our numbers; its slots 1 and 3 are not ours.

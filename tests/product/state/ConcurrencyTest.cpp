@@ -152,8 +152,9 @@ TEST(ConcurrencyTest, HostAutomationOnTheAudioThreadNeitherAllocatesNorLocksMore
     });
     audioThread.join();
     EXPECT_EQ(0, allocations);
-    if (LockCounter::IsAvailable())
+    if (LockCounter::IsAvailable()) {
         EXPECT_LE(locks, 2 * 2 * rounds) << locks;
+    }
 }
 
 }  // namespace
