@@ -15,18 +15,8 @@ bool Starts(const std::string& name, const char* prefix)
 }  // namespace
 
 LinearizedFilterChain::LinearizedFilterChain()
-    : ModuleBasic(ModuleInfo{18, "LinearizedFilterChain", ""}), reversedBlock(chainA, chainB)
+    : ModuleMono(ModuleInfo{18, "LinearizedFilterChain", ""}), reversedBlock(chainA, chainB)
 {
-}
-
-void LinearizedFilterChain::CreateInputs()
-{
-    AddInput("In");
-}
-
-void LinearizedFilterChain::CreateOutputsBuffered()
-{
-    AddOutputBuffered("Out");
 }
 
 void LinearizedFilterChain::CreateParameters()
@@ -45,12 +35,6 @@ void LinearizedFilterChain::CreateParameters()
         AddParameter(std::make_unique<Parameter>(BandName("Q_LPHP", band), "", 0.3f, 2.0f, 0.7f, ParameterBase::Step));
     }
     chainCoeffs = static_cast<DataBlock*>(&AddDataBlock(std::make_unique<DataBlock>("ChainCoeffs", "", 30)));
-}
-
-void LinearizedFilterChain::BindPorts()
-{
-    input = GetInput("In");
-    output = GetOutput("Out");
 }
 
 void LinearizedFilterChain::ProcessBlock()
@@ -73,7 +57,7 @@ void LinearizedFilterChain::ForBand(int band, Update&& update)
 
 void LinearizedFilterChain::SetParameter(const std::string& name, float value)
 {
-    ModuleBasic::SetParameter(name, value);
+    ModuleMono::SetParameter(name, value);
     ParameterBase* parameter = GetParameter(name);
     if (parameter == nullptr)
         return;

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "engine/core/ModuleBasic.h"
+#include "engine/core/ModuleMono.h"
 #include "engine/dsp/equaliser/ReversedBlockFilter.h"
 
 namespace AudioEngine::VN4 {
 
 // One channel of the equaliser: six bands, minimum phase, or linear phase through the
 // reversed-block filter (with a latency of ReversedBlockFilter::latency samples).
-class LinearizedFilterChain : public ModuleBasic {
+class LinearizedFilterChain : public ModuleMono {
 public:
     LinearizedFilterChain();
 
@@ -16,15 +16,12 @@ public:
     void SetParameter(const std::string& name, float value) override;
     void SampleRateChanged() override;
     void Reset() override;
-    void BindPorts() override;
 
     // The chain that designs the bands and runs the minimum-phase path; its coefficients are
     // those published.
     const AudioAlgorithm::EqChain& GetChainA() const { return chainA; }
 
 protected:
-    void CreateInputs() override;
-    void CreateOutputsBuffered() override;
     void CreateParameters() override;
     void ProcessBlock() override;
 
@@ -34,8 +31,6 @@ private:
     void ForBand(int band, Update&& update);
     void PublishCoefficients();
 
-    AudioContainers::Input* input = nullptr;
-    AudioContainers::Output* output = nullptr;
     DataBlock* chainCoeffs = nullptr;
     AudioAlgorithm::EqChain chainA;
     AudioAlgorithm::EqChain chainB;

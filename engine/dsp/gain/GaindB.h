@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/core/ModuleBasic.h"
+#include "engine/core/ModuleMono.h"
 #include "engine/dsp/equaliser/FilterBiquad.h"
 
 #include <cmath>
@@ -24,20 +24,17 @@ public:
 
 // A gain in dB, constant over a block.
 template <typename GainDescriptor>
-class GaindB : public ModuleBasic {
+class GaindB : public ModuleMono {
 public:
-    GaindB() : ModuleBasic(ModuleInfo{0, "GaindB", ""}) {}
+    GaindB() : ModuleMono(ModuleInfo{0, "GaindB", ""}) {}
 
     void BindPorts() override
     {
-        input = GetInput("In");
-        output = GetOutput("Out");
+        ModuleMono::BindPorts();
         gain = GetParameter("Gain");
     }
 
 protected:
-    void CreateInputs() override { AddInput("In"); }
-    void CreateOutputsBuffered() override { AddOutputBuffered("Out"); }
     void CreateParameters() override { AddParameter(std::make_unique<GaindBDetails::Parameter<GainDescriptor>>()); }
 
     // out = g * in, with g = 10^(Gain * 0.05) once per block; denormals in and out become +0.
@@ -52,9 +49,6 @@ protected:
         for (int i = 0; i < count; ++i)
             out[i] = g * Biquad::FlushFloat(in[i]);
     }
-
-    AudioContainers::Input* input = nullptr;
-    AudioContainers::Output* output = nullptr;
 
 private:
     ParameterBase* gain = nullptr;

@@ -1,31 +1,23 @@
 #pragma once
 
-#include "engine/core/ModuleBasic.h"
+#include "engine/core/ModuleMono.h"
 
 namespace AudioEngine {
 
 // A delay of "DelaySamples" (0 to MaxDelay) samples. A change jumps: no crossfade.
 template <int MaxDelay, int Flags>
-class DelayLine : public ModuleBasic {
+class DelayLine : public ModuleMono {
 public:
-    DelayLine() : ModuleBasic(ModuleInfo{18, "DelayLine", "Delay line"}) {}
+    DelayLine() : ModuleMono(ModuleInfo{18, "DelayLine", "Delay line"}) {}
 
     void SetParameter(const std::string& name, float value) override
     {
-        ModuleBasic::SetParameter(name, value);
+        ModuleMono::SetParameter(name, value);
         if (name == "DelaySamples")
             ApplyDelay();
     }
     void Reset() override { std::fill(ring.Data(), ring.Data() + ring.Capacity(), 0.0f); }
-    void BindPorts() override
-    {
-        input = GetInput("In");
-        output = GetOutput("Out");
-    }
-
 protected:
-    void CreateInputs() override { AddInput("In"); }
-    void CreateOutputsBuffered() override { AddOutputBuffered("Out"); }
     void CreateParameters() override
     {
         delay = &AddParameter(std::make_unique<Parameter>("DelaySamples", "", 0.0f, static_cast<float>(MaxDelay), 0.0f,
@@ -33,7 +25,7 @@ protected:
     }
     void FinishSetup() override
     {
-        ModuleBasic::FinishSetup();
+        ModuleMono::FinishSetup();
         AllocateDelay();
     }
     // Per sample: write, then read, so a delay of 0 passes the sample just written.
@@ -72,8 +64,6 @@ private:
     AudioContainers::BufferCircular ring;
     int read = 0;
     int write = 0;
-    AudioContainers::Input* input = nullptr;
-    AudioContainers::Output* output = nullptr;
     ParameterBase* delay = nullptr;
 };
 

@@ -1,26 +1,17 @@
 #pragma once
 
-#include "engine/core/ModuleBasic.h"
+#include "engine/core/ModuleMono.h"
 
 namespace AudioEngine::MultiRate {
 
 // Up by Factor: each input sample, times Factor to keep the level, then Factor - 1 zeros. Its
 // block size is the high rate's.
 template <int Factor>
-class ZeroPadder : public ModuleBasic {
+class ZeroPadder : public ModuleMono {
 public:
-    ZeroPadder() : ModuleBasic(ModuleInfo{18, "ZeroPadder", ""}) {}
-
-    void BindPorts() override
-    {
-        input = GetInput("In");
-        output = GetOutput("Out");
-    }
+    ZeroPadder() : ModuleMono(ModuleInfo{18, "ZeroPadder", ""}) {}
 
 protected:
-    void CreateInputs() override { AddInput("In"); }
-    void CreateOutputsBuffered() override { AddOutputBuffered("Out"); }
-    void CreateParameters() override {}
     void ProcessBlock() override
     {
         const float* in = input->GetBuffer();
@@ -32,28 +23,15 @@ protected:
                 out[Factor * i + k] = 0.0f;
         }
     }
-
-private:
-    AudioContainers::Input* input = nullptr;
-    AudioContainers::Output* output = nullptr;
 };
 
 // Down by Factor: every Factor-th sample; the filter before it ran at the high rate.
 template <int Factor>
-class Decimator : public ModuleBasic {
+class Decimator : public ModuleMono {
 public:
-    Decimator() : ModuleBasic(ModuleInfo{0, "Decimator", ""}) {}
-
-    void BindPorts() override
-    {
-        input = GetInput("In");
-        output = GetOutput("Out");
-    }
+    Decimator() : ModuleMono(ModuleInfo{0, "Decimator", ""}) {}
 
 protected:
-    void CreateInputs() override { AddInput("In"); }
-    void CreateOutputsBuffered() override { AddOutputBuffered("Out"); }
-    void CreateParameters() override {}
     void ProcessBlock() override
     {
         const float* in = input->GetBuffer();
@@ -62,10 +40,6 @@ protected:
         for (int i = 0; i < count; ++i)
             out[i] = in[Factor * i];
     }
-
-private:
-    AudioContainers::Input* input = nullptr;
-    AudioContainers::Output* output = nullptr;
 };
 
 }  // namespace AudioEngine::MultiRate
