@@ -17,6 +17,7 @@ esac
 
 "$root/scripts/install-deps.sh" >&2
 build="$root/build/$flavour"
+export CCACHE_BASEDIR="$root" CCACHE_NOHASHDIR=1
 cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo "${options[@]}" >&2
 cmake --build "$build" >&2
 echo "$build"
