@@ -1,7 +1,5 @@
 #include "equaliser/VN4ModuleBaseDocument.h"
 
-#include "equaliser/ScopedFlag.h"
-
 #include <tinyxml.h>
 
 namespace OV::Comp::VN4ModuleBase {
@@ -33,24 +31,30 @@ void Document::SetParameter(int index, Parameter value, int source)
 
 void Document::DoReset()
 {
-    if (undoData != nullptr) {
-        // Second press: restore. The element leaves the field first, since the load drops it.
-        const std::unique_ptr<TiXmlElement> saved = std::move(undoData);
-        ScopedFlag undo(inUndo);
-        DoLoad(*saved);
-        return;
-    }
-    auto saved = std::make_unique<TiXmlElement>("UndoData");
-    DoSave(*saved);
-    undoData = std::move(saved);
-    ScopedFlag undo(inUndo);
+    undoData.reset();
     BasicDocument::DoReset();
+}
+
+void Document::PressReset()
+{
+    // The undo is held outside the field while the document changes, so that the sets and the
+    // load on the way cannot drop it.
+    InBatch([this] {
+        if (std::unique_ptr<TiXmlElement> saved = std::move(undoData)) {
+            DoLoad(*saved);
+            return;
+        }
+        auto saved = std::make_unique<TiXmlElement>("UndoData");
+        DoSave(*saved);
+        DoReset();
+        undoData = std::move(saved);
+    });
 }
 
 void Document::DoSetParameter(int index, Parameter value, int source)
 {
     BasicDocument::DoSetParameter(index, value, source);
-    if (inUndo == 0 && GetProfile()->GetParameterInfo(index).flags != 0)
+    if (GetProfile()->GetParameterInfo(index).flags != 0)
         undoData.reset();
 }
 

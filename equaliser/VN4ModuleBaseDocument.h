@@ -11,8 +11,8 @@ namespace OV::Comp::VN4ModuleBase {
 // What the documents of the module family share:
 // - values from the audio side (source 5) are dropped while `EngineStopped` is set;
 // - a host write (source 3) to the set on view goes to both channel sets instead;
-// - Reset remembers the state and resets; the next Reset restores it, unless a parameter with
-//   flags was set in between (or a load ran), in which case it resets again.
+// - the reset button (PressReset) toggles between the defaults and the state before them; every
+//   other reset (Reset: memories, loads without a module) goes to the defaults and drops the undo.
 //
 // Threads: as BasicDocument. Everything except SetParameter runs on the scheduler's worker or
 // the host's main thread, serialised by the scheduler or the batch guard. SetParameter may come
@@ -24,26 +24,28 @@ public:
 
     void SetParameter(int index, CFW::DocView::Parameter value, int source) override;
 
-    // True while a Reset would restore rather than reset. Scheduler or main thread.
+    // The reset button, as one batch: the first press remembers the state and resets, the next
+    // press restores it, unless a parameter with flags was set in between (or a load ran), in
+    // which case it resets again. Scheduler or main thread; allocates.
+    void PressReset();
+    // True while a press would restore rather than reset. Scheduler or main thread.
     bool HasUndo() const { return undoData != nullptr; }
 
 protected:
-    // Allocates the saved state on the resetting press.
+    // The defaults; drops the undo.
     void DoReset() override;
-    // The standard handler; then, outside an undo, any set of a row with flags drops the undo,
-    // whether the value changed or not.
+    // The standard handler; then any set of a row with flags drops the undo, whether the value
+    // changed or not.
     void DoSetParameter(int index, CFW::DocView::Parameter value, int source) override;
     // The standard load, which also drops the undo.
     virtual bool LoadKeepingUndoClear(const TiXmlElement& element);
 
-    bool IsInUndo() const { return inUndo != 0; }
     int GetFirstChannelParameter() const { return firstChannelParameter; }
     int GetLastChannelParameter() const { return lastChannelParameter; }
     int GetChannelParameterCount() const { return channelParameterCount; }
 
 private:
     std::unique_ptr<TiXmlElement> undoData; // "UndoData": the state before the last reset
-    std::uint8_t inUndo = 0;
     int firstChannelParameter;
     int lastChannelParameter;
     int channelParameterCount;

@@ -153,7 +153,7 @@ void Edit(Equaliser& eq)
     eq.Select(RS);
 }
 
-TEST(EqualiserDocumentTest, SecondResetRestoresUnlessSomethingWasSetBetween)
+TEST(EqualiserDocumentTest, SecondPressOfResetRestoresUnlessSomethingWasSetBetween)
 {
     struct Case {
         const char* what;
@@ -175,16 +175,16 @@ TEST(EqualiserDocumentTest, SecondResetRestoresUnlessSomethingWasSetBetween)
         Equaliser eq;
         Edit(eq);
         const std::vector<std::string> edited = eq.Saved();
-        eq.document.Reset();
+        eq.document.PressReset();
         EXPECT_EQ(defaults, eq.Saved());
         EXPECT_EQ(3000.0f, eq.Get(Band6Hz)) << "the view follows the channels";
         c.between(eq);
-        eq.document.Reset();
+        eq.document.PressReset();
         EXPECT_EQ(c.restores ? edited : defaults, eq.Saved());
         EXPECT_EQ(c.restores ? 5000.0f : 3000.0f, eq.Get(Band6Hz));
         EXPECT_EQ(640.0f, eq.Get(Linked_Band1Hz)) << "the linked set is never reset";
         if (c.restores) {
-            eq.document.Reset();
+            eq.document.PressReset();
             EXPECT_EQ(defaults, eq.Saved()) << "the press after a restore resets";
         }
     }

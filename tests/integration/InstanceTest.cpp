@@ -188,7 +188,15 @@ TEST_F(InstanceTest, HostileChunksLeaveTheStateWithinItsRanges)
 {
     const LibraryCopy copy;
     InstanceRunner runner(copy);
+    // Away from the defaults first, so that a chunk that wrongly resets shows.
+    const std::string defaults = WithoutGuids(runner.GetProgramChunk());
+    runner.SetProgramChunk(EditElements(runner.GetProgramChunk(), "Module", [](TiXmlElement& module) {
+        module.SetAttribute("ChannelMode", "M/S");
+        module.SetAttribute("LM_Band2Gain", "4.5");
+        module.SetAttribute("RS_Band5Active", "1");
+    }));
     const std::string original = WithoutGuids(runner.GetProgramChunk());
+    ASSERT_NE(defaults, original);
     std::string deep;
     for (int i = 0; i < 200000; ++i)
         deep += "<a>";

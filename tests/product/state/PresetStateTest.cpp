@@ -2,6 +2,7 @@
 // arrows, the current preset's kind and name, snapshots for the memories, host programs, failed
 // saves, and the factory presets.
 #include "equaliser/DocumentProfile.h"
+#include "equaliser/VN4ModuleBaseDocument.h"
 #include "product/state/ProgramDocument.h"
 #include "tests/product/state/StateTesting.h"
 #include "tests/support/ScratchFolder.h"
@@ -212,6 +213,54 @@ TEST_F(PresetStateTest, MemoriesHoldWholeStatesAndAnEmptyOneStartsFromDefaults)
     Manager().RestoreSnapshot(memories[1]);
     Settle(Document());
     EXPECT_EQ(ModuleText(Document()), b);
+}
+
+// Only the reset button toggles with undo; every other reset lands on the defaults, however
+// often it runs and whatever the button did before.
+TEST_F(PresetStateTest, ResetsOtherThanTheButtonAlwaysGiveTheDefaults)
+{
+    const std::string defaults = ModuleText(Document());
+    // Each loads a state that resets the module; none stands for the empty memory's defaults.
+    const std::pair<const char*, const char*> cases[] = {
+        {"an empty memory", nullptr},
+        {"a preset without a module",
+         "<Preset Format=\"vn4m\"><Slot Model=\"f8fd5639-da16-4332-86c3-e1e0e7272048\"/></Preset>"},
+        {"a preset without a slot", "<Preset Format=\"vn4m\"/>"},
+        {"a program with only its first slot",
+         "<Preset Format=\"vn4p\"><Slot0 Model=\"f8fd5639-da16-4332-86c3-e1e0e7272048\">"
+         "<Module LM_Band1Gain=\"3\"/></Slot0></Preset>"},
+    };
+    auto& button = dynamic_cast<Comp::VN4ModuleBase::Document&>(Equaliser(Document()));
+    for (const auto& [what, text] : cases) {
+        SCOPED_TRACE(what);
+        for (const bool pressedBefore : {false, true}) {
+            SetPeak(Document(), 1, 200.0f, 6.0f);
+            if (pressedBefore) {
+                button.PressReset();  // remembers the peak
+                SetPeak(Document(), 2, 300.0f, -6.0f);
+                button.PressReset();  // an edit between: resets again, and remembers the second peak
+            }
+            for (int run = 0; run < 3; ++run) {
+                if (text == nullptr) {
+                    Manager().LoadDefaults(false);
+                    Settle(Document());
+                } else {
+                    TiXmlDocument xml;
+                    xml.Parse(text);
+                    Document().Load(*xml.RootElement());
+                }
+                EXPECT_TRUE(ModuleText(Document()) == defaults) << "run " << run << (pressedBefore ? " after the button" : "");
+            }
+        }
+    }
+
+    // The button still toggles: the first press resets, the second brings the state back.
+    SetPeak(Document(), 1, 200.0f, 6.0f);
+    const std::string edited = ModuleText(Document());
+    button.PressReset();
+    EXPECT_TRUE(ModuleText(Document()) == defaults);
+    button.PressReset();
+    EXPECT_TRUE(ModuleText(Document()) == edited);
 }
 
 TEST_F(PresetStateTest, HostProgramsCarryThePresetName)
