@@ -5,6 +5,7 @@ find_package(Boost 1.74 REQUIRED COMPONENTS thread filesystem)
 
 pkg_check_modules(TINYXML REQUIRED IMPORTED_TARGET tinyxml)
 pkg_check_modules(FFTW3F REQUIRED IMPORTED_TARGET fftw3f)
+pkg_check_modules(SNDFILE REQUIRED IMPORTED_TARGET sndfile)
 
 if(VARNEL4_BUILD_TESTS)
   find_package(GTest REQUIRED)

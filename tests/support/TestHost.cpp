@@ -64,7 +64,7 @@ LibraryCopy::LibraryCopy(bool withDefaults)
     const fs::path copy = fs::path(folder.Path()) / built.filename();
     fs::copy_file(built, copy);
     if (withDefaults)
-        fs::copy_file(built.parent_path() / "varnel4-registry.xml",
+        fs::copy_file(built.parent_path() / "../share/varnel4/varnel4-registry.xml",
                       fs::path(folder.Path()) / "varnel4-registry.xml");
     library = std::make_unique<Hosts::PlugInLibrary>(copy.string());
 }
