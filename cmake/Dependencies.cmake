@@ -6,6 +6,8 @@ find_package(Boost 1.74 REQUIRED COMPONENTS thread filesystem)
 pkg_check_modules(TINYXML REQUIRED IMPORTED_TARGET tinyxml)
 pkg_check_modules(FFTW3F REQUIRED IMPORTED_TARGET fftw3f)
 pkg_check_modules(SNDFILE REQUIRED IMPORTED_TARGET sndfile)
+pkg_check_modules(LILV REQUIRED IMPORTED_TARGET lilv-0)
+pkg_check_modules(LV2 REQUIRED IMPORTED_TARGET lv2)
 
 if(VARNEL4_BUILD_TESTS)
   find_package(GTest REQUIRED)

@@ -9,7 +9,7 @@ packages=(
   libboost-dev libboost-thread-dev libboost-filesystem-dev libboost-iostreams-dev
   libboost-date-time-dev
   libtinyxml-dev zlib1g-dev libfreetype-dev libagg-dev libfftw3-dev libx11-dev
-  libsndfile1-dev lv2-dev lilv-utils
+  libsndfile1-dev lv2-dev liblilv-dev lilv-utils jalv jackd2 serdi sordi
   fonts-dejavu-core xvfb xauth
 )
 

@@ -43,7 +43,7 @@ private:
 class AudioWriter {
 public:
     // Throws AudioFileError when libsndfile cannot write this format with this rate and
-    // channel count, and RenderError(BadOutput) when the file cannot be made.
+    // channel count, and HostError(BadOutput) when the file cannot be made.
     AudioWriter(const std::string& path, int format, int sampleRate, int channels);
     ~AudioWriter();
     AudioWriter(const AudioWriter&) = delete;

@@ -1,6 +1,6 @@
 #include "hosts/render/LatencyLevel.h"
 
-#include "hosts/render/RenderError.h"
+#include "hosts/common/HostError.h"
 #include "hosts/common/ProductRegistry.h"
 
 #include <cstdlib>
@@ -22,7 +22,7 @@ int LevelIndex(const std::string& level)
         return 1;
     if (name == "high")
         return 2;
-    throw RenderError(BadArgument, "unknown latency level '" + level + "' (low, mid or high)");
+    throw HostError(BadArgument, "unknown latency level '" + level + "' (low, mid or high)");
 }
 
 }  // namespace
@@ -36,13 +36,13 @@ LatencyLevel::LatencyLevel(const std::string& level)
     std::vector<char> name(pattern.begin(), pattern.end());
     name.push_back('\0');
     if (::mkdtemp(name.data()) == nullptr)
-        throw RenderError(Failed, "cannot make a private registry in " + pattern);
+        throw HostError(Failed, "cannot make a private registry in " + pattern);
     folder = name.data();
     ::setenv("XDG_CONFIG_HOME", folder.c_str(), 1);
     if (!ProductRegistry().WriteString(latencyLevelPreference, std::to_string(index))) {
         boost::system::error_code ignored;
         boost::filesystem::remove_all(folder, ignored);
-        throw RenderError(Failed, "cannot write the latency level into " + folder);
+        throw HostError(Failed, "cannot write the latency level into " + folder);
     }
 }
 

@@ -9,8 +9,8 @@ namespace OV::Hosts::Render {
 // process, so the user's preference stays as it is. Make it before the library is loaded.
 class LatencyLevel {
 public:
-    // "low", "mid" (or "med") or "high", any case. Throws RenderError(BadArgument) for another
-    // name and RenderError(Failed) when the private registry cannot be made.
+    // "low", "mid" (or "med") or "high", any case. Throws HostError(BadArgument) for another
+    // name and HostError(Failed) when the private registry cannot be made.
     explicit LatencyLevel(const std::string& level);
     // Removes the private registry.
     ~LatencyLevel();

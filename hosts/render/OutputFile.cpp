@@ -1,6 +1,6 @@
 #include "hosts/render/OutputFile.h"
 
-#include "hosts/render/RenderError.h"
+#include "hosts/common/HostError.h"
 
 #include <fcntl.h>
 #include <stdio.h>
@@ -15,9 +15,9 @@ namespace OV::Hosts::Render {
 
 namespace {
 
-RenderError Failure(const std::string& what, const std::string& path)
+HostError Failure(const std::string& what, const std::string& path)
 {
-    return RenderError(BadOutput, what + " '" + path + "': " + std::strerror(errno));
+    return HostError(BadOutput, what + " '" + path + "': " + std::strerror(errno));
 }
 
 // The permissions a new file gets from this process's umask; read once, since reading it
@@ -84,7 +84,7 @@ void OutputFile::Commit(bool replace)
             throw Failure("cannot write", path);
     } else if (::renameat2(AT_FDCWD, temporary.c_str(), AT_FDCWD, path.c_str(), RENAME_NOREPLACE) != 0) {
         if (errno == EEXIST)
-            throw RenderError(BadOutput, "'" + path + "' exists (--force replaces it)");
+            throw HostError(BadOutput, "'" + path + "' exists (--force replaces it)");
         throw Failure("cannot write", path);
     }
     committed = true;

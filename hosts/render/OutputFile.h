@@ -6,7 +6,7 @@ namespace OV::Hosts::Render {
 
 // A new file that takes the place of `path` only when committed: it is written under a hidden
 // temporary name beside the target, flushed to disk and renamed, so the target is either
-// complete or absent (or, when replaced, the earlier file whole). Throws RenderError(BadOutput).
+// complete or absent (or, when replaced, the earlier file whole). Throws HostError(BadOutput).
 class OutputFile {
 public:
     explicit OutputFile(const std::string& path);

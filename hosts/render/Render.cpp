@@ -1,7 +1,7 @@
 #include "hosts/render/Render.h"
 
 #include "hosts/render/AudioFile.h"
-#include "hosts/render/RenderError.h"
+#include "hosts/common/HostError.h"
 
 #include <algorithm>
 #include <chrono>
@@ -22,7 +22,7 @@ SetUpProcess::SetUpProcess(const RenderContext& context, float rate, int channel
     try {
         process = std::make_unique<HostedProcess>(context.plugIn, rate, context.block, channels);
     } catch (const std::runtime_error& error) {
-        throw RenderError(Failed, error.what());
+        throw HostError(Failed, error.what());
     }
     context.settings->ApplyTo(*process);
 }
@@ -39,7 +39,7 @@ RenderResult Render(const RenderContext& context, Source& source, const std::str
     result.channels = source.GetChannels();
     result.sampleRate = source.GetSampleRate();
     if (result.channels < 1 || result.channels > 2)
-        throw RenderError(BadInput, source.GetName() + " has " + std::to_string(result.channels)
+        throw HostError(BadInput, source.GetName() + " has " + std::to_string(result.channels)
                                         + " channels; only mono and stereo files are rendered");
     const int channels = result.channels;
     const int block = context.block;
@@ -52,7 +52,7 @@ RenderResult Render(const RenderContext& context, Source& source, const std::str
         // The oversampling filters cut at 20.6 kHz whatever the rate: below twice that at the
         // doubled rate they pass and boost what they should remove.
         if (result.latency != lowLatency && result.sampleRate < lowestOversampledRate)
-            throw RenderError(BadArgument, "the oversampled latency levels need " + std::to_string(lowestOversampledRate)
+            throw HostError(BadArgument, "the oversampled latency levels need " + std::to_string(lowestOversampledRate)
                                                + " Hz or more; " + source.GetName() + " is at "
                                                + std::to_string(result.sampleRate) + " Hz (-l low renders it)");
 
@@ -69,7 +69,7 @@ RenderResult Render(const RenderContext& context, Source& source, const std::str
         bool ended = false;
         while (!ended || result.frames < read) {
             if (context.interrupted->load())
-                throw RenderError(Interrupted, "interrupted");
+                throw HostError(Interrupted, "interrupted");
             long long got = 0;
             if (!ended) {
                 got = source.Read(interleavedIn.data(), block);
@@ -101,7 +101,7 @@ RenderResult Render(const RenderContext& context, Source& source, const std::str
         result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
         writer.Commit(context.force);
     } catch (const AudioFileError& error) {
-        throw RenderError(BadOutput, error.what());
+        throw HostError(BadOutput, error.what());
     }
     return result;
 }

@@ -36,7 +36,7 @@ struct RenderResult {
 // Runs `source` through a process of its own into `output` (libsndfile `format`). Without
 // align the output is what a host would record, as long as the input; with align the first
 // `latency` frames are dropped and as many frames of silence follow the input, so that the
-// output lines up with the input sample for sample. Throws RenderError.
+// output lines up with the input sample for sample. Throws HostError.
 RenderResult Render(const RenderContext& context, Source& source, const std::string& output, int format);
 
 // A process with the settings of the run, made and destroyed under the main-thread lock.

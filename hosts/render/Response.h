@@ -15,10 +15,10 @@ struct ResponsePoint {
 // The magnitude response of the run's settings as the plug-in gives it: an impulse in both
 // channels through a process of its own at `rate`, long enough for the latency and the
 // longest ring, and its spectrum at log-spaced frequencies from 20 Hz to 20 kHz (24 a
-// octave). Throws RenderError.
+// octave). Throws HostError.
 std::vector<ResponsePoint> MeasureResponse(const RenderContext& context, float rate);
 
-// As CSV with a header line: "hz,left_db,right_db". Throws RenderError(BadOutput).
+// As CSV with a header line: "hz,left_db,right_db". Throws HostError(BadOutput).
 void WriteResponse(const std::vector<ResponsePoint>& response, const std::string& path, bool replace);
 
 }  // namespace OV::Hosts::Render

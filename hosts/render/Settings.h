@@ -1,6 +1,7 @@
 #pragma once
 
 #include "hosts/common/HostedProcess.h"
+#include "hosts/common/PresetFiles.h"
 #include "hosts/render/Options.h"
 
 #include <string>
@@ -8,32 +9,12 @@
 
 namespace OV::Hosts::Render {
 
-// Where the plug-in keeps presets: the user's folder and the factory set.
-struct PresetFolders {
-    std::string user;
-    std::string factory;
-
-    // As the plug-in's registry names them.
-    static PresetFolders FromRegistry();
-    // Every preset file under both, as "Folder/Name" relative to its root, sorted.
-    std::vector<std::string> List() const;
-    // A path as given, or a name ("Vocals/Air", or "Air" when only one preset has that name).
-    // Throws RenderError(BadPreset) when there is none, or several.
-    std::string Find(const std::string& preset) const;
-};
-
-// The range of a slot in plain values, found by asking the plug-in for both ends.
-struct SlotRange {
-    float lowest;
-    float highest;
-};
-
 // The state the command line asks for, checked once against the plug-in, then applied to the
 // process of each file.
 class Settings {
 public:
     // Reads the chunk and preset files and finds the slots and their values, through `probe`,
-    // a process the check may change. Throws RenderError: BadPreset for a file that is not a
+    // a process the check may change. Throws HostError: BadPreset for a file that is not a
     // preset or chunk, BadArgument for an unknown slot, a value out of range or a bad mode.
     static Settings Resolve(const Options& options, const PresetFolders& folders, HostedProcess& probe);
 
@@ -54,8 +35,7 @@ private:
     std::vector<SlotWrite> writes;
 };
 
-// Finds a slot by number or by name (without regard to case). Throws RenderError(BadArgument).
+// Finds a slot by number or by name (without regard to case). Throws HostError(BadArgument).
 int FindSlot(HostedProcess& process, const std::string& slot);
-SlotRange FindRange(HostedProcess& probe, int slot);
 
 }  // namespace OV::Hosts::Render

@@ -1,6 +1,6 @@
 #include "hosts/render/Source.h"
 
-#include "hosts/render/RenderError.h"
+#include "hosts/common/HostError.h"
 
 #include <algorithm>
 #include <cmath>
@@ -24,7 +24,7 @@ public:
         try {
             return reader.Read(interleaved, frames);
         } catch (const AudioFileError& error) {
-            throw RenderError(BadInput, error.what());
+            throw HostError(BadInput, error.what());
         }
     }
 
@@ -144,7 +144,7 @@ std::unique_ptr<Source> OpenFile(const std::string& path)
     try {
         return std::make_unique<FileSource>(path);
     } catch (const AudioFileError& error) {
-        throw RenderError(BadInput, error.what());
+        throw HostError(BadInput, error.what());
     }
 }
 

@@ -22,7 +22,7 @@ public:
     virtual long long Read(float* interleaved, long long frames) = 0;
 };
 
-// Throws RenderError(BadInput).
+// Throws HostError(BadInput).
 std::unique_ptr<Source> OpenFile(const std::string& path);
 
 // The built-in demo: eight seconds of stereo at 48 kHz, made in code: bursts of pink noise,

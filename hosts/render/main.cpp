@@ -4,7 +4,7 @@
 #include "hosts/render/LatencyLevel.h"
 #include "hosts/render/Options.h"
 #include "hosts/render/Progress.h"
-#include "hosts/render/RenderError.h"
+#include "hosts/common/HostError.h"
 #include "hosts/render/Response.h"
 
 #include <csignal>
@@ -44,7 +44,7 @@ struct Job {
     std::unique_ptr<Source> source;
     int format = 0;
     std::optional<RenderResult> result;
-    std::optional<RenderError> error;
+    std::optional<HostError> error;
 };
 
 std::string OutputName(const std::string& input, const Options& options)
@@ -70,7 +70,7 @@ std::vector<Job> PlanJobs(const Options& options)
                           MakeDemo());
     } else {
         if (!options.outputFolder.empty() && !fs::is_directory(options.outputFolder))
-            throw RenderError(BadOutput, "'" + options.outputFolder + "' is not a folder");
+            throw HostError(BadOutput, "'" + options.outputFolder + "' is not a folder");
         for (const std::string& input : options.inputs) {
             const std::string output = options.output.empty() ? OutputName(input, options) : options.output;
             jobs.emplace_back(input, output, options.force, OpenFile(input));
@@ -78,13 +78,13 @@ std::vector<Job> PlanJobs(const Options& options)
     }
     for (Job& job : jobs) {
         if (!job.input.empty() && SameFile(job.input, job.output))
-            throw RenderError(BadOutput, "'" + job.output + "' is the input itself");
+            throw HostError(BadOutput, "'" + job.output + "' is the input itself");
         if (!job.replace && fs::exists(job.output))
-            throw RenderError(BadOutput, "'" + job.output + "' exists (--force replaces it)");
+            throw HostError(BadOutput, "'" + job.output + "' exists (--force replaces it)");
         try {
             job.format = OutputFormat(job.output, options.container, options.depth, job.source->GetFormat());
         } catch (const std::invalid_argument& error) {
-            throw RenderError(BadArgument, error.what());
+            throw HostError(BadArgument, error.what());
         }
     }
     return jobs;
@@ -101,7 +101,7 @@ void RunJobs(std::vector<Job>& jobs, RenderContext context, int parallel)
             own.force = job.replace;
             try {
                 job.result = Render(own, *job.source, job.output, job.format);
-            } catch (const RenderError& error) {
+            } catch (const HostError& error) {
                 job.error = error;
             }
             job.source.reset();
@@ -157,12 +157,12 @@ int Run(const Options& options)
     try {
         library = std::make_unique<PlugInLibrary>(options.library.empty() ? PlugInLibrary::DefaultPath() : options.library);
     } catch (const std::runtime_error& error) {
-        throw RenderError(Failed, error.what());
+        throw HostError(Failed, error.what());
     }
     int version = 0;
     HLA2PlugIn* plugIn = library->Acquire(HLA2_INTERFACE_VERSION, &version);
     if (plugIn == nullptr)
-        throw RenderError(Failed, "the library refused interface version " + std::to_string(HLA2_INTERFACE_VERSION));
+        throw HostError(Failed, "the library refused interface version " + std::to_string(HLA2_INTERFACE_VERSION));
     struct Release {
         const PlugInLibrary& library;
         ~Release() { library.Release(); }
@@ -237,6 +237,7 @@ int Run(const Options& options)
 
 int main(int argc, char** argv)
 {
+    using namespace OV::Hosts;
     using namespace OV::Hosts::Render;
     std::signal(SIGINT, Interrupt);
     std::signal(SIGTERM, Interrupt);
@@ -253,7 +254,7 @@ int main(int argc, char** argv)
     }
     try {
         return Run(options);
-    } catch (const RenderError& error) {
+    } catch (const HostError& error) {
         std::fprintf(stderr, "varnel4-render: %s\n", error.what());
         return error.GetCode();
     }

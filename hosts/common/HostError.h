@@ -3,9 +3,9 @@
 #include <stdexcept>
 #include <string>
 
-namespace OV::Hosts::Render {
+namespace OV::Hosts {
 
-// The program's exit codes; --help lists them.
+// The exit codes of the host programs; their --help lists them.
 enum ExitCode : int {
     Done = 0,
     Failed = 1,
@@ -17,13 +17,13 @@ enum ExitCode : int {
 };
 
 // A failure to tell the user, with the exit code it ends the program with.
-class RenderError : public std::runtime_error {
+class HostError : public std::runtime_error {
 public:
-    RenderError(ExitCode code, const std::string& message) : std::runtime_error(message), code(code) {}
+    HostError(ExitCode code, const std::string& message) : std::runtime_error(message), code(code) {}
     ExitCode GetCode() const { return code; }
 
 private:
     ExitCode code;
 };
 
-}  // namespace OV::Hosts::Render
+}  // namespace OV::Hosts

@@ -1,0 +1,20 @@
+# Copies the built LV2 bundle into the user's LV2 folder. The copy carries the resources and
+# factory presets, and registry defaults that name them, so it works without the build tree.
+if(DEFINED ENV{LV2_USER_DIR})
+  set(lv2_folder $ENV{LV2_USER_DIR})
+else()
+  set(lv2_folder $ENV{HOME}/.lv2)
+endif()
+get_filename_component(bundle_name ${BUNDLE} NAME)
+set(target ${lv2_folder}/${bundle_name})
+
+file(REMOVE_RECURSE ${target})
+file(MAKE_DIRECTORY ${target})
+file(GLOB bundle_files ${BUNDLE}/*.so ${BUNDLE}/*.ttl)
+file(COPY ${bundle_files} DESTINATION ${target})
+file(COPY ${RESOURCES}/ DESTINATION ${target}/resources)
+file(COPY ${PRESETS}/ DESTINATION ${target}/presets)
+set(VARNEL4_RESOURCE_DIR ${target}/resources)
+set(VARNEL4_FACTORY_PRESET_DIR ${target}/presets)
+configure_file(${REGISTRY_TEMPLATE} ${target}/varnel4-registry.xml @ONLY)
+message(STATUS "Installed ${target}")
