@@ -9,8 +9,11 @@ namespace OV::Platform {
 
 namespace {
 
-// Counts element nesting without recursion. Comments, CDATA, declarations and quoted attribute
-// values are stepped over, so a '<' inside them is not taken for a tag.
+// Counts element nesting as the parser will nest it, without recursion. Comments, CDATA,
+// declarations and quoted attribute values are stepped over, so a '<' inside them is not taken
+// for a tag. A closing tag ends the open element; with none open the parser keeps it as an
+// unknown node, so it ends nothing. Any other '<' counts as an opening, which errs on the safe
+// side.
 bool NestingWithin(const std::string& text, int limit)
 {
     int depth = 0;
@@ -27,7 +30,7 @@ bool NestingWithin(const std::string& text, int limit)
         } else if (text.compare(i, 2, "<?") == 0 || text.compare(i, 2, "<!") == 0) {
             skipPast(">");
         } else if (text.compare(i, 2, "</") == 0) {
-            --depth;
+            depth = depth > 0 ? depth - 1 : 0;
             skipPast(">");
         } else {
             char quote = 0;

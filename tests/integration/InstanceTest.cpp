@@ -209,6 +209,15 @@ TEST_F(InstanceTest, HostileChunksLeaveTheStateWithinItsRanges)
         runner.SetBankChunk(text);
         EXPECT_EQ(original, WithoutGuids(runner.GetProgramChunk())) << text.substr(0, 60);
     }
+    // Unknown elements are ignored, however oddly deep they nest.
+    std::string odd = EditElements(runner.GetProgramChunk(), "Module",
+                                   [](TiXmlElement& module) { module.SetAttribute("LM_Band2Gain", "-3"); });
+    std::string unknown;
+    for (int i = 0; i < 200; ++i)
+        unknown = "<Unknown>" + unknown + "</Unknown>";
+    odd.insert(odd.rfind("</Program>"), unknown);
+    runner.SetProgramChunk(odd);
+    EXPECT_NE(runner.GetProgramChunk().find("LM_Band2Gain=\"-3\""), std::string::npos);
     // Values out of range are limited; unknown names take the default; missing ones too.
     runner.SetProgramChunk(EditElements(runner.GetProgramChunk(), "Module", [](TiXmlElement& module) {
         module.SetAttribute("LM_Band1Gain", "999");

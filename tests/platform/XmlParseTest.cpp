@@ -39,6 +39,29 @@ TEST(XmlParseTest, AcceptsWellFormedTextUpToTheDepthLimit)
     EXPECT_TRUE(Parses(quoted));
 }
 
+// Shapes that nest far past the limit once the parser has stepped over what comes before each
+// opening tag. Parsed, any of them would overflow the stack; the guard refuses them first.
+TEST(XmlParseTest, RefusesHostileNestingWhateverSurroundsTheTags)
+{
+    const int n = 300000;
+    const auto repeated = [](const std::string& piece, int times) {
+        std::string text;
+        for (int i = 0; i < times; ++i)
+            text += piece;
+        return text;
+    };
+    const std::string hostile[] = {
+        repeated("</x>", n) + repeated("<e>", n),  // stray closing tags before the root
+        repeated("<e><!--</e>-->", n),
+        repeated("<e><![CDATA[</e>]]>", n),
+        "<?xml version=\"1.0\"?><!DOCTYPE e>" + repeated("<?p </e>?><e>", n),
+        repeated("<e a='</e>'>", n),
+        repeated("</x><e><!-- </e> --></y><e b=\"/>\">", n),
+    };
+    for (const std::string& text : hostile)
+        EXPECT_FALSE(Parses(text)) << text.substr(0, 60);
+}
+
 TEST(XmlParseTest, RefusesBrokenOrEmptyText)
 {
     for (const char* text : {"", "   ", "no xml", "<a>", "<a></b>", "<a b=\"1></a>", "<?xml version=\"1.0\"?>"})

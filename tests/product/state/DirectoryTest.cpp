@@ -129,7 +129,12 @@ TEST_F(DirectoryTest, ExtraFoldersSitUnderOneRoot)
 TEST_F(DirectoryTest, HostileFilesAreSkipped)
 {
     // Deep enough to overflow a recursive parser's stack, and too large to be a preset.
-    folder.Write("Presets/deep.vn4m", std::string(100000, '<'));
+    std::string deep;
+    for (const char* tag : {"</x>", "<e>"}) {
+        for (int i = 0; i < 300000; ++i)
+            deep += tag;
+    }
+    folder.Write("Presets/deep.vn4m", deep);
     std::string big = Preset();
     big.insert(big.find("<Module"), std::string(5 << 20, ' '));
     folder.Write("Presets/big.vn4m", big);
