@@ -59,7 +59,8 @@ Process::~Process()
 {
     if (resumed) {
         resumed = false;
-        audio->Stop();
+        if (audio != nullptr)
+            audio->Stop();
     }
     listening = false;
     component.reset();

@@ -86,6 +86,7 @@ TEST_F(RolelessProcessTest, EveryEntryAnswersHarmlessly)
     EXPECT_EQ(0, p->CopyProgram(p, 0, 0));
     EXPECT_EQ(nullptr, p->GetExtension(p, text));
     EXPECT_TRUE(host.Notifications().empty());
+    EXPECT_EQ(1, p->Resume(p));  // and destroyed while resumed
 }
 
 }  // namespace
