@@ -5,6 +5,7 @@
 #include "engine/core/Environment.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <memory>
 #include <vector>
@@ -115,7 +116,11 @@ void EnvironmentHost<MaxBlock, Granule>::ProcessHostBlock(float** in, float** ou
 
         for (int c = 0; c < inputs; ++c) {
             float* pad = inputPads[c].Data();
-            std::memcpy(pad + pending, in[c] + done, sizeof(float) * static_cast<std::size_t>(take));
+            // A NaN or an infinity from the host would stay in every filter's state for good:
+            // it enters as silence.
+            const float* from = in[c] + done;
+            for (int i = 0; i < take; ++i)
+                pad[pending + i] = std::isfinite(from[i]) ? from[i] : 0.0f;
             ShapeInput(pad + pending, take, done);
             hostOutputs[static_cast<std::size_t>(c)]->SetBuffer(pad);
         }

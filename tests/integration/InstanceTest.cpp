@@ -7,6 +7,7 @@
 #include <dirent.h>
 #include <tinyxml.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cmath>
 #include <cstdlib>
@@ -118,6 +119,52 @@ TEST_F(InstanceTest, BandsSetByAProgramChunkAreHeardInBothChannelModes)
                 EXPECT_NEAR(Db(0.5 * expectedR), Db(MeasuredMagnitude(responseR, f, rate)), 0.01) << f << " Hz, sign " << sign;
             }
             runner.Run(std::vector<float>(16384, 0.0f), std::vector<float>(16384, 0.0f));
+        }
+    }
+}
+
+// A NaN or an infinity from the host is silence at the entry: nothing keeps it, and the output
+// is that of zeros in its place, bit for bit, in every latency level and channel mode.
+TEST_F(InstanceTest, NonFiniteInputIsSilenceAtTheEntry)
+{
+    const int latency[3] = {4, 132, 18564};
+    for (int level = 0; level < 3; ++level) {
+        SetLatencyLevel(level);
+        const LibraryCopy copy;
+        for (const char* mode : {"L/R", "M/S"}) {
+            SCOPED_TRACE(std::string(mode) + ", level " + std::to_string(level));
+            const int frames = latency[level] + 12000;
+            std::vector<float> left(static_cast<std::size_t>(frames)), right(left);
+            std::uint32_t seed = 99;
+            for (int i = 0; i < frames; ++i) {
+                seed = seed * 1664525u + 1013904223u;
+                left[i] = static_cast<float>(seed >> 8) / float(1u << 24) - 0.5f;
+                right[i] = 0.5f * std::sin(0.02f * i);
+            }
+            std::vector<float> hostileLeft(left), hostileRight(right);
+            hostileLeft[100] = std::nanf("");
+            hostileRight[2000] = INFINITY;
+            hostileLeft[2500] = -INFINITY;
+            left[100] = right[2000] = left[2500] = 0.0f;
+
+            std::vector<std::vector<float>> outputs[2];
+            for (int run = 0; run < 2; ++run) {
+                InstanceRunner runner(copy);
+                runner.SetProgramChunk(EditElements(runner.GetProgramChunk(), "Module", [&](TiXmlElement& module) {
+                    module.SetAttribute("ChannelMode", mode);
+                    module.SetAttribute("LinearPhase", level == 2 ? "1" : "0");
+                    module.SetAttribute("LM_Band1Active", "1");
+                    module.SetAttribute("LM_Band1Gain", "9");
+                    module.SetAttribute("RS_Band4Active", "1");
+                    module.SetAttribute("RS_Band4Gain", "-6");
+                }));
+                runner.GetProgramChunk();  // waits until the worker has loaded it
+                outputs[run] = run == 0 ? runner.Run(hostileLeft, hostileRight) : runner.Run(left, right);
+            }
+            for (int c = 0; c < 2; ++c) {
+                EXPECT_TRUE(std::all_of(outputs[0][c].begin(), outputs[0][c].end(), [](float x) { return std::isfinite(x); }));
+                EXPECT_TRUE(outputs[0][c] == outputs[1][c]) << "channel " << c;
+            }
         }
     }
 }
