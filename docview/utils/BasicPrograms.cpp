@@ -18,9 +18,9 @@ void GetProgramCommand::Execute()
 {
     // The pool first: the waiter may go on and be destroyed as soon as it is woken.
     BasicPrograms* owner = programs;
-    const int program = index;
+    const unsigned long long number = ticket;
     pool->Release(this);
-    owner->Refresh(program);
+    owner->Refresh(number);
 }
 
 BasicPrograms::BasicPrograms(const DocView::ProgramsProfile* programsProfile, DocView::ComponentContext* componentContext,
@@ -86,25 +86,29 @@ void BasicPrograms::Activate(int index)
     loaded = index;
 }
 
-void BasicPrograms::Refresh(int index)
+void BasicPrograms::Refresh(unsigned long long ticket)
 {
-    SaveInto(*document, programs[static_cast<std::size_t>(index)]);
-    std::lock_guard<std::mutex> lock(barrierMutex);
-    ++generation;
-    barrier.notify_all();
+    {
+        std::lock_guard<std::mutex> guard(mutex);
+        SaveInto(*document, programs[static_cast<std::size_t>(loaded)]);
+    }
+    std::lock_guard<std::mutex> lock(handOverMutex);
+    completed = ticket;
+    handedOver.notify_all();
 }
 
-bool BasicPrograms::SynchronousRefresh(int index)
+bool BasicPrograms::SynchronousRefresh()
 {
     GetProgramCommand* command = getPool.Acquire();
     if (command == nullptr)
         return false;
+    const unsigned long long ticket = ++requested;
     command->programs = this;
-    command->index = index;
-    std::unique_lock<std::mutex> lock(barrierMutex);
-    const unsigned waitingFor = generation;
+    command->ticket = ticket;
     context->GetScheduler()->Enqueue(command);
-    return barrier.wait_for(lock, handOverLimit, [&] { return generation != waitingFor; });
+    HandedOver();
+    std::unique_lock<std::mutex> lock(handOverMutex);
+    return handedOver.wait_for(lock, handOverLimit, [&] { return completed >= ticket; });
 }
 
 void BasicPrograms::LoadProgram(int index, const TiXmlElement& element)
@@ -124,13 +128,7 @@ void BasicPrograms::SaveProgram(int index, TiXmlElement& element)
     element = TiXmlElement("Program");
     if (!Valid(index))
         return;
-    int live;
-    {
-        std::lock_guard<std::mutex> guard(mutex);
-        live = loaded;
-    }
-    if (index == live)
-        SynchronousRefresh(index);
+    SynchronousRefresh();
     std::lock_guard<std::mutex> guard(mutex);
     element = programs[static_cast<std::size_t>(index)];
 }
@@ -148,21 +146,24 @@ void BasicPrograms::LoadBank(const TiXmlElement& element)
 void BasicPrograms::SaveBank(TiXmlElement& element)
 {
     element.SetValue("Bank");
-    for (int index = 0; index < static_cast<int>(programs.size()); ++index) {
-        TiXmlElement program("Program");
-        SaveProgram(index, program);
+    SynchronousRefresh();
+    std::lock_guard<std::mutex> guard(mutex);
+    for (const TiXmlElement& program : programs)
         element.InsertEndChild(program);
-    }
 }
 
 void BasicPrograms::Copy(int source, int target)
 {
     if (source == target || !Valid(source) || !Valid(target))
         return;
-    std::lock_guard<std::mutex> guard(mutex);
-    if (source == loaded)
-        SynchronousRefresh(source);
-    programs[static_cast<std::size_t>(target)] = programs[static_cast<std::size_t>(source)];
+    SynchronousRefresh();
+    {
+        std::lock_guard<std::mutex> guard(mutex);
+        programs[static_cast<std::size_t>(target)] = programs[static_cast<std::size_t>(source)];
+    }
+    // The live program is the document's: it takes the copy too.
+    if (target == current)
+        Queue(target);
 }
 
 }  // namespace OV::CFW::DocViewUtils

@@ -5,7 +5,9 @@
 #include "docview/utils/BasicPrograms.h"
 #include "tests/docview/utils/DocumentTestProfile.h"
 
+#include <functional>
 #include <future>
+#include <mutex>
 
 #include <gtest/gtest.h>
 
@@ -41,8 +43,28 @@ public:
         document.Load(programs.front());
     }
 
+    std::function<void()> onHandOver;
+
 private:
+    void HandedOver() override
+    {
+        if (onHandOver)
+            onHandOver();
+    }
+
     ThreePrograms profile;
+};
+
+// Holds the worker from when it runs until Open.
+struct Gate : CFW::DocView::Command {
+    std::promise<void> open;
+    std::shared_future<void> opened = open.get_future().share();
+    std::once_flag once;
+    void Execute() override { opened.wait(); }
+    void Open()
+    {
+        std::call_once(once, [this] { open.set_value(); });
+    }
 };
 
 // Waits until every command queued before it has run: commands run in order.
@@ -88,8 +110,9 @@ TEST(BasicProgramsTest, SwitchingSavesTheOutgoingAndLoadsTheIncoming)
 {
     Fixture f;
     f.programs.SetCurrent(0);
-    EXPECT_EQ(0.0f, Gain(f.programs, 1) - 2.0f) << "the stored program as it stands";
+    Drain(f.context);
     EXPECT_EQ(0, f.loads.load()) << "setting the present program posts nothing";
+    EXPECT_EQ(2.0f, Gain(f.programs, 1)) << "the stored program as it stands";
 
     f.programs.SetCurrent(1);
     f.programs.SetCurrent(2);
@@ -108,6 +131,52 @@ TEST(BasicProgramsTest, SwitchingSavesTheOutgoingAndLoadsTheIncoming)
     EXPECT_EQ(-7.0f, Gain(f.programs, 0));
     f.programs.SetName(1, "Renamed");
     EXPECT_EQ("Renamed", f.programs.GetName(1));
+
+    // A copy onto the live program reaches the document, and so outlives the next switch.
+    f.programs.Copy(1, 2);
+    Drain(f.context);
+    EXPECT_EQ(2.0f, f.document.GetParameter(TestDocumentProfile::Gain).AsFloat());
+    f.programs.SetCurrent(0);
+    EXPECT_EQ(2.0f, Gain(f.programs, 2));
+}
+
+// Reads and copies right after a switch, while the worker has not run it yet: the worker is
+// held until the read has handed over, so the switch and the read meet in the worst order.
+TEST(BasicProgramsTest, NoProgramIsWrittenWithAnothersStateAcrossASwitch)
+{
+    struct Case {
+        const char* what;
+        std::function<float(TestPrograms&)> programZeroAfter;
+    };
+    const Case cases[] = {
+        {"SaveProgram", [](TestPrograms& programs) { return Gain(programs, 0); }},
+        {"SaveBank",
+         [](TestPrograms& programs) {
+             TiXmlElement bank("Bank");
+             programs.SaveBank(bank);
+             double gain = -99.0;
+             bank.FirstChildElement("Program")->QueryDoubleAttribute("Gain", &gain);
+             return static_cast<float>(gain);
+         }},
+        {"Copy",
+         [](TestPrograms& programs) {
+             programs.Copy(0, 2);
+             return Gain(programs, 2);
+         }},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        Fixture f;
+        Gate gate;
+        f.context.GetScheduler()->Enqueue(&gate);
+        f.programs.SetCurrent(1);
+        f.programs.onHandOver = [&] { gate.Open(); };
+        EXPECT_EQ(1.0f, c.programZeroAfter(f.programs));
+        f.programs.onHandOver = nullptr;
+        Drain(f.context);
+        EXPECT_EQ(1.0f, Gain(f.programs, 0));
+        EXPECT_EQ(2.0f, f.document.GetParameter(TestDocumentProfile::Gain).AsFloat());
+    }
 }
 
 TEST(BasicProgramsTest, BanksLoadProgramByProgram)
