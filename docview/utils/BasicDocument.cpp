@@ -70,8 +70,20 @@ BasicDocument::~BasicDocument()
     self.reset();
 }
 
+void BasicDocument::ApplyPendingPreferences()
+{
+    std::map<int, Parameter> pending;
+    {
+        std::lock_guard<std::mutex> guard(pendingMutex);
+        pending.swap(pendingPreferences);
+    }
+    for (const auto& [index, value] : pending)
+        SetParameter(index, value, DocView::SourceInternal);
+}
+
 void BasicDocument::DropBindings()
 {
+    preferenceTick.disconnect();
     preferenceBindings.clear();
     propertyBindings.clear();
 }
@@ -150,9 +162,9 @@ void BasicDocument::DoSetParameter(int index, Parameter value, int source)
 
 void BasicDocument::DoSetBPM(float value, int source)
 {
-    if (value == bpm)
+    if (value == bpm.load(std::memory_order_relaxed))
         return;
-    bpm = value;
+    bpm.store(value, std::memory_order_relaxed);
     bpmChanged(*this, value, source);
 }
 
@@ -172,11 +184,20 @@ void BasicDocument::DoReset()
                 fromPreference = true;
             }
             // Preferences change on any instance's thread: the change comes here through this
-            // document's own scheduler.
+            // document's own worker, queued, or at its next tick when the pool is full.
             preferenceBindings.emplace_back(PreferencesManager::Instance().Connect(row.name, [this, index](Parameter changed) {
-                if (context == nullptr || !QueueSetParameter(index, changed, DocView::SourceInternal))
+                if (context == nullptr) {
                     SetParameter(index, changed, DocView::SourceInternal);
+                    return;
+                }
+                std::lock_guard<std::mutex> guard(pendingMutex);
+                if (QueueSetParameter(index, changed, DocView::SourceInternal))
+                    pendingPreferences.erase(index);  // the queued change is the later one
+                else
+                    pendingPreferences[index] = changed;
             }));
+            if (context != nullptr && !preferenceTick.connected())
+                preferenceTick = context->GetParent()->GetScheduler()->ConnectTick([this] { ApplyPendingPreferences(); });
         }
         if ((row.flags & ParameterInfo::Property) != 0 && context != nullptr) {
             DocView::Properties& properties = context->GetProperties();
@@ -286,17 +307,20 @@ bool BasicDocument::DoSave(TiXmlElement& element)
     return true;
 }
 
-void BasicDocument::SetNormalized(int index, float normalized, int source)
+Parameter BasicDocument::FromNormalized(int index, float normalized) const
 {
-    if (!IsValidIndex(index))
-        return;
     const ParameterInfo& row = profile->GetParameterInfo(index);
     if (const ParameterInfo::FloatInfo* details = row.AsFloat())
-        SetParameter(index, Parameter::FromFloat(details->converter->ToValue(normalized)), source);
-    else if (const ParameterInfo::EnumInfo* details = row.AsEnum())
-        SetParameter(index, Parameter::FromEnum(static_cast<std::uint32_t>(std::max(0.0f, normalized) * static_cast<float>(details->names.size() - 1) + 0.5f)), source);
-    else
-        SetParameter(index, Parameter::FromBool(normalized >= 0.5f), source);
+        return Parameter::FromFloat(details->converter->ToValue(normalized));
+    if (const ParameterInfo::EnumInfo* details = row.AsEnum())
+        return Parameter::FromEnum(static_cast<std::uint32_t>(std::max(0.0f, normalized) * static_cast<float>(details->names.size() - 1) + 0.5f));
+    return Parameter::FromBool(normalized >= 0.5f);
+}
+
+void BasicDocument::SetNormalized(int index, float normalized, int source)
+{
+    if (IsValidIndex(index))
+        SetParameter(index, FromNormalized(index, normalized), source);
 }
 
 Parameter BasicDocument::GetNormalized(int index) const
@@ -325,11 +349,7 @@ bool BasicDocument::QueueSetParameter(int index, Parameter value, int source)
 
 bool BasicDocument::QueueSetNormalized(int index, float normalized, int source)
 {
-    if (!IsValidIndex(index))
-        return false;
-    if (const ParameterInfo::FloatInfo* details = profile->GetParameterInfo(index).AsFloat())
-        return QueueSetParameter(index, Parameter::FromFloat(details->converter->ToValue(normalized)), source);
-    return QueueSetParameter(index, Parameter::FromFloat(normalized), source);
+    return IsValidIndex(index) && QueueSetParameter(index, FromNormalized(index, normalized), source);
 }
 
 bool BasicDocument::QueueSetBPM(float value, int source)

@@ -4,6 +4,8 @@
 #include "docview/interfaces/DocumentContext.h"
 
 #include <atomic>
+#include <map>
+#include <mutex>
 #include <memory>
 #include <string>
 #include <vector>
@@ -34,7 +36,7 @@ public:
     DocView::Parameter GetParameter(int index) const override;
     DocView::Parameter GetNormalized(int index) const override;
     void SetBPM(float bpm, int source) override { DoSetBPM(bpm, source); }
-    float GetBPM() const override { return bpm; }
+    float GetBPM() const override { return bpm.load(std::memory_order_relaxed); }
     bool QueueSetParameter(int index, DocView::Parameter value, int source) override;
     bool QueueSetNormalized(int index, float normalized, int source) override;
     bool QueueSetBPM(float bpm, int source) override;
@@ -79,14 +81,22 @@ protected:
 private:
     // Limits the value to the row, stores it; true when the cell's bits changed.
     bool StoreValue(int index, DocView::Parameter value);
+    // The value of the row at `normalized`, as SetNormalized sets it.
+    DocView::Parameter FromNormalized(int index, float normalized) const;
+    // Worker: the preference changes that found the command pool full.
+    void ApplyPendingPreferences();
     DocView::Parameter Stored(int index) const;
 
     std::vector<boost::signals2::scoped_connection> preferenceBindings;
+    // A preference change that found the pool full waits here for the worker's next tick.
+    std::mutex pendingMutex;
+    std::map<int, DocView::Parameter> pendingPreferences;
+    boost::signals2::scoped_connection preferenceTick;
     std::vector<boost::signals2::scoped_connection> propertyBindings;
     const DocView::DocumentProfile* profile;
     DocView::DocumentContext* context;
     std::vector<std::atomic<std::uint32_t>> values;
-    float bpm = 120.0f;
+    std::atomic<float> bpm{120.0f};
     boost::signals2::signal<void(Document&)> loaded;
     boost::signals2::signal<void(Document&, int, DocView::Parameter, int)> parameterChanged;
     boost::signals2::signal<void(Document&, int)> parameterTouched;

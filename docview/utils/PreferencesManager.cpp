@@ -1,5 +1,6 @@
 #include "docview/utils/PreferencesManager.h"
 
+#include <iomanip>
 #include <sstream>
 
 namespace OV::CFW::DocViewUtils {
@@ -60,32 +61,39 @@ bool PreferencesManager::GetLocked(const std::string& key, Parameter& value) con
 
 void PreferencesManager::Set(const std::string& key, Parameter value)
 {
-    std::lock_guard<std::recursive_mutex> guard(mutex);
-    Parameter stored{value.type, 0};
-    if (GetLocked(key, stored) && stored == value)
-        return;
-    std::ostringstream text;
-    switch (value.type) {
-    case Parameter::Bool:
-        text << (value.AsBool() ? "1" : "0");
-        break;
-    case Parameter::Integer:
-        text << value.AsInteger();
-        break;
-    case Parameter::Enum:
-        text << value.AsEnum();
-        break;
-    case Parameter::Float:
-        text << value.AsFloat();
-        break;
-    default:
-        return;
+    std::shared_ptr<Signal> signal;
+    {
+        std::lock_guard<std::recursive_mutex> guard(mutex);
+        Parameter stored{value.type, 0};
+        if (GetLocked(key, stored) && stored == value)
+            return;
+        std::ostringstream text;
+        switch (value.type) {
+        case Parameter::Bool:
+            text << (value.AsBool() ? "1" : "0");
+            break;
+        case Parameter::Integer:
+            text << value.AsInteger();
+            break;
+        case Parameter::Enum:
+            text << value.AsEnum();
+            break;
+        case Parameter::Float:
+            // Nine significant digits read back as the same float.
+            text << std::setprecision(9) << value.AsFloat();
+            break;
+        default:
+            return;
+        }
+        if (registry)
+            registry->WriteString(key, text.str());
+        const auto found = signals.find(key);
+        if (found != signals.end())
+            signal = found->second;
     }
-    if (registry)
-        registry->WriteString(key, text.str());
-    const auto found = signals.find(key);
-    if (found != signals.end())
-        (*found->second)(value);
+    // Outside the lock: a listener may take locks of its own, and read preferences on any thread.
+    if (signal)
+        (*signal)(value);
 }
 
 boost::signals2::connection PreferencesManager::Connect(const std::string& key, const ChangedSlot& slot)

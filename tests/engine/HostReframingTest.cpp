@@ -91,7 +91,7 @@ TEST(HostReframingTest, FixedLengthsDelayByFourSamples)
 
 TEST(HostReframingTest, RandomLengthsDelayByFourSamples)
 {
-    const unsigned seed = std::random_device()();
+    const unsigned seed = 1729u;  // fixed, so that a failure repeats
     SCOPED_TRACE(testing::Message() << "seed " << seed);
     std::mt19937 random(seed);
     for (int run = 0; run < 20; ++run) {

@@ -3,12 +3,15 @@
 #include "docview/utils/BasicDocument.h"
 #include "docview/utils/PreferencesManager.h"
 #include "tests/docview/utils/DocumentTestProfile.h"
+#include "tests/docview/utils/WorkerTestSetup.h"
 #include "tests/support/ScratchFolder.h"
 
 #include <tinyxml.h>
 
 #include <cmath>
 #include <cstdlib>
+#include <memory>
+#include <thread>
 
 #include <gtest/gtest.h>
 
@@ -85,15 +88,30 @@ TEST(BasicDocumentTest, ValuesStayWithinTheirRowsAndCompareByBits)
     EXPECT_EQ(Parameter(), document.GetParameter(99));
 }
 
+// Set at once or queued for the worker, a normalised value becomes the same row value.
 TEST(BasicDocumentTest, NormalizedValuesGoThroughTheRowsConverter)
 {
-    BasicDocument document(&Profile(), nullptr);
-    document.SetNormalized(Row::Gain, 0.75f, 3);
-    EXPECT_EQ(7.5f, document.GetParameter(Row::Gain).AsFloat());
-    EXPECT_EQ(Parameter::FromFloat(0.75f), document.GetNormalized(Row::Gain));
-    document.SetNormalized(Row::Mode, 1.0f, 3);
-    EXPECT_EQ(Parameter::FromEnum(2), document.GetParameter(Row::Mode));
-    EXPECT_EQ(Parameter::FromFloat(1.0f), document.GetNormalized(Row::Mode));
+    struct Case {
+        int row;
+        float normalized;
+        Parameter expected;
+    };
+    const Case cases[] = {{Row::Gain, 0.75f, Parameter::FromFloat(7.5f)},
+                          {Row::Mode, 1.0f, Parameter::FromEnum(2)},
+                          {Row::Mode, 0.3f, Parameter::FromEnum(1)},
+                          {Row::Active, 0.3f, Parameter::FromBool(false)},
+                          {Row::Active, 0.5f, Parameter::FromBool(true)}};
+    TestContext context;
+    BasicDocument direct(&Profile(), nullptr);
+    BasicDocument queued(&Profile(), &context.documents);
+    for (const Case& c : cases) {
+        direct.SetNormalized(c.row, c.normalized, 3);
+        EXPECT_EQ(c.expected, direct.GetParameter(c.row)) << c.row << " at " << c.normalized;
+        ASSERT_TRUE(queued.QueueSetNormalized(c.row, c.normalized, 3));
+        Drain(context);
+        EXPECT_EQ(c.expected, queued.GetParameter(c.row)) << c.row << " at " << c.normalized << ", queued";
+    }
+    EXPECT_EQ(Parameter::FromFloat(0.5f), direct.GetNormalized(Row::Mode)) << "the middle of three";
 }
 
 TEST(BasicDocumentTest, BatchesNestAndResetKeepsNoDefaultRows)
@@ -180,6 +198,51 @@ TEST(BasicDocumentTest, PreferenceRowsFollowThePreference)
     std::string text;
     EXPECT_TRUE(Platform::RegistryKey("Test Product", "Maker", 0).ReadString("Test.Level", text));
     EXPECT_EQ("0", text);
+
+    // A float with every digit reads back as itself, so writing it again is no change.
+    const Parameter fine = Parameter::FromFloat(0.123456789f);
+    preferences.Set("Test.Fine", fine);
+    Parameter read = Parameter::FromFloat(0.0f);
+    ASSERT_TRUE(preferences.Get("Test.Fine", read));
+    EXPECT_EQ(fine, read);
+}
+
+// A preference changed on another instance's thread reaches a document through its own worker,
+// never from that thread, even when its command pool is full; and its listeners run with the
+// preferences' lock let go.
+TEST(BasicDocumentTest, PreferenceChangesReachTheDocumentOnItsOwnWorker)
+{
+    const ScratchFolder config;
+    setenv("XDG_CONFIG_HOME", config.Path().c_str(), 1);
+    auto& preferences = CFW::DocViewUtils::PreferencesManager::Instance();
+    preferences.SetRegistry(Platform::RegistryKey("Test Product", "Maker", 0));
+    preferences.Set("Test.Level", Parameter::FromEnum(0));
+
+    bool readerWasFree = false;
+    boost::signals2::scoped_connection listener = preferences.Connect("Test.Level", [&](Parameter) {
+        // Another thread reads the preferences while the listener runs.
+        auto read = std::make_shared<std::promise<void>>();
+        std::thread([read, &preferences] {
+            Parameter value = Parameter::FromEnum(0);
+            preferences.Get("Test.Level", value);
+            read->set_value();
+        }).detach();
+        readerWasFree = read->get_future().wait_for(std::chrono::seconds(20)) == std::future_status::ready;
+    });
+
+    TestContext context;
+    BasicDocument document(&Profile(), &context.documents);
+    Gate gate;
+    context.GetScheduler()->Enqueue(&gate);
+    while (document.QueueSetParameter(Row::Gain, Parameter::FromFloat(1.0f), 3)) {
+    }
+    preferences.Set("Test.Level", Parameter::FromEnum(2));
+    EXPECT_TRUE(readerWasFree) << "the listener ran under the preferences' lock";
+    EXPECT_EQ(Parameter::FromEnum(0), document.GetParameter(Row::Level)) << "written from a foreign thread";
+    gate.Open();
+    Drain(context);
+    Drain(context);  // the tick after the batch
+    EXPECT_EQ(Parameter::FromEnum(2), document.GetParameter(Row::Level));
 }
 
 }  // namespace

@@ -1,13 +1,10 @@
 // Host programs: stored elements, one live in the document, switched and read on the worker.
-#include "docview/utils/BasicComponentContext.h"
-#include "docview/utils/BasicContexts.h"
 #include "docview/utils/BasicDocument.h"
 #include "docview/utils/BasicPrograms.h"
 #include "tests/docview/utils/DocumentTestProfile.h"
+#include "tests/docview/utils/WorkerTestSetup.h"
 
 #include <functional>
-#include <future>
-#include <mutex>
 
 #include <gtest/gtest.h>
 
@@ -15,13 +12,6 @@ namespace OV::Testing {
 namespace {
 
 using CFW::DocViewUtils::BasicDocument;
-
-class TestContext : public CFW::DocViewUtils::BasicComponentContext {
-public:
-    TestContext() : documents(this) { AddChild(&documents); }
-    ~TestContext() override { GetScheduler()->Stop(); }
-    CFW::DocViewUtils::BasicDocumentContext documents;
-};
 
 struct ThreePrograms : CFW::DocView::ProgramsProfile {
     int GetProgramCount() const override { return 3; }
@@ -54,30 +44,6 @@ private:
 
     ThreePrograms profile;
 };
-
-// Holds the worker from when it runs until Open.
-struct Gate : CFW::DocView::Command {
-    std::promise<void> open;
-    std::shared_future<void> opened = open.get_future().share();
-    std::once_flag once;
-    void Execute() override { opened.wait(); }
-    void Open()
-    {
-        std::call_once(once, [this] { open.set_value(); });
-    }
-};
-
-// Waits until every command queued before it has run: commands run in order.
-void Drain(TestContext& context)
-{
-    struct Marker : CFW::DocView::Command {
-        std::promise<void> ran;
-        void Execute() override { ran.set_value(); }
-    } marker;
-    std::future<void> done = marker.ran.get_future();
-    context.GetScheduler()->Enqueue(&marker);
-    ASSERT_EQ(std::future_status::ready, done.wait_for(std::chrono::seconds(30)));
-}
 
 const TestDocumentProfile& Profile()
 {

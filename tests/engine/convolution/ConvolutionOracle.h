@@ -60,6 +60,4 @@ inline double AbsoluteSum(const std::vector<float>& taps)
     return sum;
 }
 
-inline unsigned NewSeed() { return std::random_device()(); }
-
 }  // namespace OV::Testing

@@ -22,7 +22,7 @@ std::vector<float> ScatterInFloat(const std::vector<float>& taps, const std::vec
 
 TEST(DirectFirTest, BothKernelsComputeTheFirAcrossRingWraps)
 {
-    const unsigned seed = NewSeed();
+    const unsigned seed = 4099u;  // fixed, so that a failure repeats
     SCOPED_TRACE(testing::Message() << "seed " << seed);
     std::mt19937 random(seed);
     for (int count : {1, 2, 3, 4, 5, 128, 131}) {

@@ -11,7 +11,7 @@ using namespace OV::Testing;
 
 TEST(FftProviderTest, ForwardIsThePackedDftAndBackwardItsInverse)
 {
-    const unsigned seed = NewSeed();
+    const unsigned seed = 4099u;  // fixed, so that a failure repeats
     SCOPED_TRACE(testing::Message() << "seed " << seed);
     std::mt19937 random(seed);
     AlignedPool pool;

@@ -57,7 +57,7 @@ TEST(LowPassKernelTest, DesignIsASymmetricWindowedLowPass)
 
 TEST(LowPassKernelTest, HeadAndTailTogetherAreTheWholeFir)
 {
-    const unsigned seed = NewSeed();
+    const unsigned seed = 4099u;  // fixed, so that a failure repeats
     SCOPED_TRACE(testing::Message() << "seed " << seed);
     std::mt19937 random(seed);
     const struct {

@@ -31,7 +31,7 @@ const Layout layouts[] = {
 
 TEST(SegmentedConvTest, PartitionsFollowTheTableAndTheOutputIsOneBlockLate)
 {
-    const unsigned seed = NewSeed();
+    const unsigned seed = 4099u;  // fixed, so that a failure repeats
     SCOPED_TRACE(testing::Message() << "seed " << seed);
     std::mt19937 random(seed);
     for (const Layout& l : layouts) {

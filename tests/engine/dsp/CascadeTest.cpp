@@ -14,7 +14,7 @@ using AudioEngine::AudioAlgorithm::EqChain;
 
 TEST(CascadeTest, PipelinedCascadeEqualsSectionsOneAfterAnother)
 {
-    const unsigned seed = std::random_device()();
+    const unsigned seed = 1729u;  // fixed, so that a failure repeats
     SCOPED_TRACE(testing::Message() << "seed " << seed);
     std::mt19937 random(seed);
     std::uniform_real_distribution<float> sample(-1.0f, 1.0f);
