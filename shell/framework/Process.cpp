@@ -257,9 +257,11 @@ void Process::GetParameterName(int index, char* buffer, int size)
         BoundedCopy(automation->GetProfile()->GetSlotName(index), buffer, size);
 }
 
+// Slots past the profile's count have no target: the automation answers for them, up to the
+// limit of what it keeps.
 void Process::GetParameterDisplay(int index, char* buffer, int size)
 {
-    if (automation == nullptr || index < 0 || index >= GetParameterCount())
+    if (automation == nullptr)
         return;
     std::string text;
     automation->GetDisplay(text, index);
@@ -268,7 +270,7 @@ void Process::GetParameterDisplay(int index, char* buffer, int size)
 
 void Process::GetParameterDisplayFor(int index, float value, char* buffer, int size)
 {
-    if (automation == nullptr || index < 0 || index >= GetParameterCount())
+    if (automation == nullptr)
         return;
     std::string text;
     automation->GetDisplayFor(text, index, value);
@@ -277,32 +279,27 @@ void Process::GetParameterDisplayFor(int index, float value, char* buffer, int s
 
 float Process::ToNormalized(int index, float plain)
 {
-    const bool valid = automation != nullptr && index >= 0 && index < GetParameterCount();
-    return valid ? automation->ToNormalized(index, plain) : 0.0f;
+    return automation != nullptr ? automation->ToNormalized(index, plain) : 0.0f;
 }
 
 float Process::GetParameterValue(int index)
 {
-    const bool valid = automation != nullptr && index >= 0 && index < GetParameterCount();
-    return valid ? automation->GetValue(index) : 0.0f;
+    return automation != nullptr ? automation->GetValue(index) : 0.0f;
 }
 
 float Process::GetParameterNormalized(int index)
 {
-    const bool valid = automation != nullptr && index >= 0 && index < GetParameterCount();
-    return valid ? automation->GetNormalized(index) : 0.0f;
+    return automation != nullptr ? automation->GetNormalized(index) : 0.0f;
 }
 
 int Process::SetParameterValue(int index, float plain)
 {
-    const bool valid = automation != nullptr && index >= 0 && index < GetParameterCount();
-    return valid && automation->QueueValue(index, plain) ? 1 : 0;
+    return automation != nullptr && automation->QueueValue(index, plain) ? 1 : 0;
 }
 
 int Process::SetParameterNormalized(int index, float normalised)
 {
-    const bool valid = automation != nullptr && index >= 0 && index < GetParameterCount();
-    return valid && automation->QueueNormalized(index, normalised) ? 1 : 0;
+    return automation != nullptr && automation->QueueNormalized(index, normalised) ? 1 : 0;
 }
 
 void Process::SetBankChunk(const void* text, int size)

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <thread>
 
 #include <gtest/gtest.h>
@@ -108,6 +109,24 @@ TEST_F(AutomationTest, TheHostSeesTheSlotsAndIsToldTheirValues)
         p->GetParameterDisplayFor(p, probe.slot, probe.normalised, text, sizeof text);
         EXPECT_STREQ(probe.text, text);
         EXPECT_NEAR(probe.normalised, p->ToNormalized(p, probe.slot, probe.plain), 1e-6);
+    }
+
+    // Past the 37, slots have no target: up to 1023 they keep what the host writes, with an
+    // empty display and the identity for ToNormalized; from 1024 on they read 0.
+    for (const int slot : {slotCount, 500, 1023, 1024, 5000}) {
+        SCOPED_TRACE(slot);
+        const float kept = slot < 1024 ? 0.25f : 0.0f;
+        p->SetParameterValue(p, slot, 0.25f);
+        EXPECT_EQ(kept, p->GetParameterValue(p, slot));
+        p->SetParameterNormalized(p, slot, 0.5f);
+        EXPECT_EQ(slot < 1024 ? 0.5f : 0.0f, p->GetParameterNormalized(p, slot));
+        EXPECT_EQ(0.7f, p->ToNormalized(p, slot, 0.7f));
+        char text[8] = "#######";
+        p->GetParameterDisplay(p, slot, text, sizeof text);
+        EXPECT_STREQ("", text);
+        std::strcpy(text, "#######");
+        p->GetParameterDisplayFor(p, slot, 0.5f, text, sizeof text);
+        EXPECT_STREQ("", text);
     }
 
     // The program carries the map: slot i on the equaliser's i-th target, by name.

@@ -51,7 +51,7 @@ TEST(ProcessTableTest, TextEntriesCopyWithinTheBuffer)
         {"one byte", f.table->GetParameterName, 0, 1, std::string("\0####", 5)},
         {"no room", f.table->GetParameterName, 0, 0, "#####"},
         {"bad index", f.table->GetParameterName, 3, 8, "############"},
-        {"negative", f.table->GetParameterDisplay, -1, 8, "############"},
+        {"past the names", f.table->GetParameterDisplay, 5, 16, std::string("display 5\0", 10)},
         {"display", f.table->GetParameterDisplay, 2, 16, std::string("display 2\0", 10)},
         {"program", f.table->GetProgramName, 1, 16, std::string("Second\0", 7)},
         {"no program", f.table->GetProgramName, 2, 4, "########"},
@@ -70,21 +70,22 @@ TEST(ProcessTableTest, TextEntriesCopyWithinTheBuffer)
     EXPECT_STREQ("1:42", name);
 }
 
-TEST(ProcessTableTest, ParameterEntriesForwardOnlyValidSlots)
+// Values go to the automation for every slot: it answers for those past the named ones.
+TEST(ProcessTableTest, ParameterEntriesForwardEverySlot)
 {
     Fixture f;
     EXPECT_EQ(3, f.table->GetParameterCount(f.table));
     EXPECT_EQ(4.0f, f.table->GetParameterValue(f.table, 2));
     EXPECT_EQ(0.5f, f.table->GetParameterNormalized(f.table, 2));
     EXPECT_EQ(2.5f, f.table->ToNormalized(f.table, 2, 5.0f));
-    EXPECT_EQ(0.0f, f.table->GetParameterValue(f.table, 3));
-    EXPECT_EQ(0.0f, f.table->ToNormalized(f.table, -1, 5.0f));
+    EXPECT_EQ(6.0f, f.table->GetParameterValue(f.table, 3));
+    EXPECT_EQ(-0.5f, f.table->ToNormalized(f.table, -1, 5.0f));
 
     EXPECT_EQ(1, f.table->SetParameterValue(f.table, 0, 7.5f));
     EXPECT_EQ(1, f.table->SetParameterNormalized(f.table, 1, 0.25f));
     EXPECT_EQ(0, f.table->SetParameterNormalized(f.table, 2, 0.5f)) << "a refused queue answers 0";
-    EXPECT_EQ(0, f.table->SetParameterValue(f.table, 3, 1.0f));
-    const std::vector<std::pair<int, float>> queued = {{0, 7.5f}, {1, 0.25f}, {2, 0.5f}};
+    EXPECT_EQ(1, f.table->SetParameterValue(f.table, 3, 1.0f));
+    const std::vector<std::pair<int, float>> queued = {{0, 7.5f}, {1, 0.25f}, {2, 0.5f}, {3, 1.0f}};
     EXPECT_EQ(queued, f.automation->queued);
 }
 
