@@ -73,7 +73,9 @@ void ParametersManager::Drain(int limit, float seconds)
             kept = 0;
             target->SetParameter(record.name, record.value);
         } else if (!parameter->GetStates().empty()) {
-            if (static_cast<int>(record.value) != static_cast<int>(parameter->GetValue()))
+            // The states' indices, compared without an integer conversion that a far value
+            // would make undefined.
+            if (std::trunc(record.value) != std::trunc(parameter->GetValue()))
                 target->SetParameter(record.name, record.value);
         } else if ((parameter->GetFlags() & ParameterBase::Step) != 0) {
             target->SetParameter(record.name, record.value);

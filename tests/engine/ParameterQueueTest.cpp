@@ -77,6 +77,12 @@ TEST(ParameterQueueTest, StepsStatesAndOutputOnlyParameters)
     RunBlock(host);
     EXPECT_EQ(2.0f, Value(host, "Mode")) << "clamped to the last state";
     EXPECT_EQ(-2.0f, Value(host, "Scale")) << "NaN never enters the queue";
+    // Far out of any integer's range: compared as states without an undefined conversion.
+    for (const float far : {-3e9f, INFINITY}) {
+        queue.Enqueue("Mode", far);
+        RunBlock(host);
+        EXPECT_EQ(far > 0.0f ? 2.0f : 0.0f, Value(host, "Mode")) << far;
+    }
 }
 
 TEST(ParameterQueueTest, BarrierAppliesOlderChangesFirstInOrder)

@@ -90,7 +90,8 @@ void Meter<F, A, R, P, O, S, G>::ProcessBlock()
         if (envelope > heldPeak) {
             heldPeak = envelope;
             peakCounter = 0;
-        } else if (peakHold >= 0.0f && ++peakCounter > holdPeak) {
+        } else if (peakHold >= 0.0f && (peakCounter > holdPeak || ++peakCounter > holdPeak)) {
+            // Counting stops once the hold is over: hours of silence never overflow it.
             heldPeak = 0.0f;
         }
         if (heldPeak > peakMaximum)
