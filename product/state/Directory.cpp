@@ -85,26 +85,33 @@ bool Directory::IsPreset(const std::string& path) const
     return model != nullptr && modelGuid == model;
 }
 
-std::shared_ptr<Directory::Node> Directory::ReadFolder(const std::string& name, const std::string& path) const
+std::shared_ptr<Directory::Node> Directory::ReadFolder(const std::string& name, const std::string& path,
+                                                      std::set<std::string>& visited) const
 {
     auto folder = std::make_shared<NodeImpl>(name, path, true);
-    const std::vector<std::string> entries = FileSystem::Entries(path);
-    std::vector<std::shared_ptr<const Node>> folders;
-    for (const std::string& entry : entries) {
-        if (!FileSystem::IsDirectory(entry))
-            continue;
-        std::shared_ptr<Node> child = ReadFolder(LastComponent(entry), entry);
-        if (!child->GetChildren().empty())
-            folders.push_back(std::move(child));
+    std::vector<std::string> entries;
+    try {
+        entries = FileSystem::Entries(path);
+    } catch (const FileSystemError&) {
+        return folder;
     }
-    std::sort(folders.begin(), folders.end(), NodeLess);
+    std::vector<std::shared_ptr<const Node>> folders;
     std::vector<std::shared_ptr<const Node>> files;
     for (const std::string& entry : entries) {
-        const boost::filesystem::path file(entry);
-        if (FileSystem::IsDirectory(entry) || extensions.count(file.extension().string()) == 0 || !IsPreset(entry))
+        const std::string identity = FileSystem::FolderIdentity(entry);
+        if (!identity.empty()) {
+            if (!visited.insert(identity).second)
+                continue;
+            std::shared_ptr<Node> child = ReadFolder(LastComponent(entry), entry, visited);
+            if (!child->GetChildren().empty())
+                folders.push_back(std::move(child));
             continue;
-        files.push_back(std::make_shared<NodeImpl>(file.stem().string(), entry, false));
+        }
+        const boost::filesystem::path file(entry);
+        if (extensions.count(file.extension().string()) != 0 && IsPreset(entry))
+            files.push_back(std::make_shared<NodeImpl>(file.stem().string(), entry, false));
     }
+    std::sort(folders.begin(), folders.end(), NodeLess);
     std::sort(files.begin(), files.end(), NodeLess);
     folder->children = std::move(folders);
     folder->children.insert(folder->children.end(), files.begin(), files.end());
@@ -117,17 +124,21 @@ void Directory::Rescan()
     if (extraFolders.empty()) {
         if (!rootPath.empty() && !FileSystem::Exists(rootPath))
             FileSystem::CreateDirectories(rootPath);
+        std::set<std::string> visited{FileSystem::FolderIdentity(rootPath)};
         if (!rootPath.empty() && FileSystem::IsDirectory(rootPath))
-            scanned->root = ReadFolder(LastComponent(rootPath), rootPath);
+            scanned->root = ReadFolder(LastComponent(rootPath), rootPath, visited);
         else
             scanned->root = std::make_shared<NodeImpl>(LastComponent(rootPath), rootPath, true);
     } else {
         auto root = std::make_shared<NodeImpl>("Presets", "", true);
+        std::set<std::string> visited;
         for (const ExtraFolder& extra : extraFolders) {
             if (!FileSystem::Exists(extra.path))
                 FileSystem::CreateDirectories(extra.path);
-            if (FileSystem::IsDirectory(extra.path))
-                root->children.push_back(ReadFolder(extra.name, extra.path));
+            if (FileSystem::IsDirectory(extra.path)) {
+                visited.insert(FileSystem::FolderIdentity(extra.path));
+                root->children.push_back(ReadFolder(extra.name, extra.path, visited));
+            }
         }
         scanned->root = root;
     }

@@ -52,7 +52,9 @@ public:
     static bool NameLess(const std::string& a, const std::string& b);
 
 private:
-    std::shared_ptr<Node> ReadFolder(const std::string& name, const std::string& path) const;
+    // A folder and those under it, each read once however links lead back to it; what cannot
+    // be read is passed over. `visited` holds the identities of the folders read so far.
+    std::shared_ptr<Node> ReadFolder(const std::string& name, const std::string& path, std::set<std::string>& visited) const;
     bool IsPreset(const std::string& path) const;
 
     std::string rootPath;

@@ -1,6 +1,7 @@
 #include "product/state/FileSystem.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -70,6 +71,14 @@ void Remove(const std::string& path)
     fs::remove(path, error);
     if (error)
         Fail("boost::filesystem::remove", path, error);
+}
+
+std::string FolderIdentity(const std::string& path)
+{
+    struct stat status {};
+    if (::stat(path.c_str(), &status) != 0 || !S_ISDIR(status.st_mode))
+        return {};
+    return std::to_string(status.st_dev) + ":" + std::to_string(status.st_ino);
 }
 
 std::vector<std::string> Entries(const std::string& folder)

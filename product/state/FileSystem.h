@@ -31,6 +31,9 @@ bool Exists(const std::string& path);
 bool IsDirectory(const std::string& path);
 void CreateDirectories(const std::string& path);
 void Remove(const std::string& path);
+// Which folder `path` is, links followed: equal for two paths to the same folder. Empty when it
+// is no readable folder.
+std::string FolderIdentity(const std::string& path);
 // The entries of a folder, in the order the file system gives them.
 std::vector<std::string> Entries(const std::string& folder);
 // Replaces `path` with `text` so that a failure at any point leaves the old file whole: a

@@ -138,8 +138,13 @@ TEST_F(DirectoryTest, HostileFilesAreSkipped)
     std::string big = Preset();
     big.insert(big.find("<Module"), std::string(5 << 20, ' '));
     folder.Write("Presets/big.vn4m", big);
+    // Links that loop: back to the root, to a parent, and to themselves. Each folder is read
+    // once, and what cannot be read is passed over.
+    boost::filesystem::create_symlink(root, Path("deep/nested/again"));
+    boost::filesystem::create_symlink(Path("deep"), Path("deep/nested/up"));
+    boost::filesystem::create_symlink(Path("self"), Path("self"));
     Directory directory(root, model);
-    directory.Rescan();
+    ASSERT_NO_THROW(directory.Rescan());
     EXPECT_EQ(directory.GetTree()->files.size(), 6u);
 }
 
