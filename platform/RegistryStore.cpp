@@ -1,5 +1,7 @@
 #include "platform/RegistryStore.h"
 
+#include "platform/AtomicFile.h"
+#include "platform/DebugOutput.h"
 #include "platform/UserFolders.h"
 #include "platform/XmlParse.h"
 
@@ -11,8 +13,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <fstream>
-#include <sstream>
 #include <system_error>
 
 #include <boost/filesystem.hpp>
@@ -63,22 +63,32 @@ std::string JoinKeyPath(const std::vector<std::string>& key)
     return path;
 }
 
-bool ReadWholeFile(const std::string& file, std::string& text)
+enum class KeyFileState { Missing, Unreadable, Read };
+
+KeyFileState ReadKeyFile(const std::string& file, std::string& text)
 {
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream)
-        return false;
-    std::ostringstream buffer;
-    buffer << stream.rdbuf();
-    text = buffer.str();
-    return true;
+    FileDescriptor in(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
+    if (in.Get() < 0)
+        return errno == ENOENT ? KeyFileState::Missing : KeyFileState::Unreadable;
+    text.clear();
+    char buffer[4096];
+    for (;;) {
+        const ssize_t got = ::read(in.Get(), buffer, sizeof buffer);
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got < 0)
+            return KeyFileState::Unreadable;
+        if (got == 0)
+            return KeyFileState::Read;
+        text.append(buffer, static_cast<std::size_t>(got));
+    }
 }
 
-// Parses a key file; false when it is missing or damaged.
+// Parses a key file; false when it is missing, unreadable or damaged.
 bool LoadKeyDocument(const std::string& file, TiXmlDocument& document)
 {
     std::string text;
-    return ReadWholeFile(file, text) && ParseXml(document, text.c_str(), text.size());
+    return ReadKeyFile(file, text) == KeyFileState::Read && ParseXml(document, text.c_str(), text.size());
 }
 
 std::optional<RegistryValue> FindValue(const TiXmlElement& key, const std::string& name)
@@ -133,45 +143,12 @@ void StoreValue(TiXmlElement& key, const std::string& name, const RegistryValue&
     }
 }
 
-bool WriteAll(int fd, const std::string& text)
-{
-    std::size_t written = 0;
-    while (written < text.size()) {
-        const ssize_t result = ::write(fd, text.data() + written, text.size() - written);
-        if (result < 0 && errno == EINTR)
-            continue;
-        if (result <= 0)
-            return false;
-        written += static_cast<std::size_t>(result);
-    }
-    return true;
-}
-
 bool LockExclusive(int fd)
 {
     while (::flock(fd, LOCK_EX) != 0) {
         if (errno != EINTR)
             return false;
     }
-    return true;
-}
-
-// Replaces `file` by `text`: a crash at any point leaves either the old or the new file.
-bool ReplaceFile(const std::string& file, const std::string& text)
-{
-    const std::string temporary = file + ".tmp";
-    FileDescriptor out(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
-    if (out.Get() < 0)
-        return false;
-    if (!WriteAll(out.Get(), text) || ::fsync(out.Get()) != 0 || !out.Close()
-        || ::rename(temporary.c_str(), file.c_str()) != 0) {
-        ::unlink(temporary.c_str());
-        return false;
-    }
-    const std::string folder = file.substr(0, file.rfind('/'));
-    FileDescriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (directory.Get() >= 0)
-        ::fsync(directory.Get());
     return true;
 }
 
@@ -274,9 +251,16 @@ bool RegistryStore::Write(std::uint32_t hive, const std::vector<std::string>& ke
         return false;
 
     TiXmlDocument document;
-    if (!LoadKeyDocument(file, document)) {
+    std::string text;
+    const KeyFileState state = ReadKeyFile(file, text);
+    if (state == KeyFileState::Unreadable) {
+        // Its other values may be fine: it is left alone, and nothing is written.
+        DebugOutput("Registry key not written, its file cannot be read: " + file);
+        return false;
+    }
+    if (state == KeyFileState::Missing || !ParseXml(document, text.c_str(), text.size())) {
         // A damaged file is kept aside rather than overwritten.
-        if (boost::filesystem::exists(file, error))
+        if (state == KeyFileState::Read)
             ::rename(file.c_str(), (file + ".damaged").c_str());
         document = TiXmlDocument();
         document.InsertEndChild(TiXmlDeclaration("1.0", "UTF-8", ""));
@@ -289,7 +273,7 @@ bool RegistryStore::Write(std::uint32_t hive, const std::vector<std::string>& ke
 
     TiXmlPrinter printer;
     document.Accept(&printer);
-    return ReplaceFile(file, printer.Str());
+    return !WriteFileAtomically(file, printer.Str());
 }
 
 }  // namespace OV::Platform

@@ -1,8 +1,8 @@
 #include "product/state/FileSystem.h"
 
-#include <fcntl.h>
+#include "platform/AtomicFile.h"
+
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <fstream>
@@ -100,35 +100,9 @@ std::vector<std::string> Entries(const std::string& folder)
 
 void WriteAtomically(const std::string& path, const std::string& text)
 {
-    const std::string temporary = path + ".saving";
-    const int fd = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
-    if (fd < 0)
-        FailErrno("open", temporary);
-    std::size_t written = 0;
-    while (written < text.size()) {
-        const ssize_t result = ::write(fd, text.data() + written, text.size() - written);
-        if (result < 0 && errno == EINTR)
-            continue;
-        if (result <= 0) {
-            const int saved = result < 0 ? errno : ENOSPC;
-            ::close(fd);
-            ::unlink(temporary.c_str());
-            errno = saved;
-            FailErrno("write", temporary);
-        }
-        written += static_cast<std::size_t>(result);
-    }
-    if (::fsync(fd) != 0 || ::close(fd) != 0) {
-        const int saved = errno;
-        ::unlink(temporary.c_str());
-        errno = saved;
-        FailErrno("fsync", temporary);
-    }
-    if (::rename(temporary.c_str(), path.c_str()) != 0) {
-        const int saved = errno;
-        ::unlink(temporary.c_str());
-        errno = saved;
-        FailErrno("rename", path);
+    if (const Platform::AtomicWriteFailure failure = Platform::WriteFileAtomically(path, text)) {
+        errno = failure.error;
+        FailErrno(failure.step, path);
     }
 }
 

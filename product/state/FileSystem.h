@@ -36,8 +36,8 @@ void Remove(const std::string& path);
 std::string FolderIdentity(const std::string& path);
 // The entries of a folder, in the order the file system gives them.
 std::vector<std::string> Entries(const std::string& folder);
-// Replaces `path` with `text` so that a failure at any point leaves the old file whole: a
-// temporary file in the same folder, flushed to disk, then renamed over the target.
+// Replaces `path` with `text` so that a failure at any point leaves the old file whole (see
+// Platform::WriteFileAtomically).
 void WriteAtomically(const std::string& path, const std::string& text);
 // Larger files are not read: no preset comes near it, and a scan must not stall on a stray
 // recording someone named ".vn4m".

@@ -1,5 +1,6 @@
 #include "product/state/PresetStateSingleModule.h"
 
+#include "platform/DebugOutput.h"
 #include "platform/Messages.h"
 #include "platform/XmlParse.h"
 #include "product/MainDocument.h"
@@ -78,18 +79,26 @@ void PresetStateSingleModule::WritePreset(const std::string& path)
 void PresetStateSingleModule::SavePreset(const std::string& path)
 {
     commands.Post([this, path] {
-        try {
+        {
             std::lock_guard<std::recursive_mutex> guard(mutex);
             const bool listed = navigator->Select(path);
-            WritePreset(path);
-            if (!listed) {
-                directory.Rescan();
-                UseTree();
-                navigator->Select(path);
+            try {
+                WritePreset(path);
+            } catch (const FileSystemError& error) {
+                Platform::ShowMessage(error.what(), "Save preset error", Platform::MessagePlain);
+                return;
             }
-        } catch (const FileSystemError& error) {
-            Platform::ShowMessage(error.what(), "Save preset error", Platform::MessagePlain);
-            return;
+            // The preset is saved; a folder that cannot be read again only leaves the list as
+            // it was.
+            if (!listed) {
+                try {
+                    directory.Rescan();
+                    UseTree();
+                    navigator->Select(path);
+                } catch (const FileSystemError& error) {
+                    Platform::DebugOutput(std::string("Preset folders not read again: ") + error.what());
+                }
+            }
         }
         presetChanged();
     });

@@ -106,6 +106,13 @@ TEST_F(RegistryKeyTest, DamagedFileIsKeptAsideAndWritingGoesOn)
     EXPECT_TRUE(key.ReadString("B", text));
     EXPECT_EQ("2", text);
     EXPECT_EQ(damage, ReadFile(file + ".damaged"));
+
+    // A key that cannot be read at all is no damaged one: the write fails and it stays.
+    const std::string unreadable = KeyFile(0, "Unreadable");
+    boost::filesystem::create_directories(unreadable + "/held");
+    EXPECT_FALSE(RegistryKey("Unreadable", "Maker", 0).WriteString("B", "2"));
+    EXPECT_TRUE(boost::filesystem::is_directory(unreadable + "/held"));
+    EXPECT_FALSE(boost::filesystem::exists(unreadable + ".damaged"));
 }
 
 TEST_F(RegistryKeyTest, MachineDefaultsFillWhatTheUserStoreLacks)

@@ -236,12 +236,21 @@ TEST(FileSystemTest, ErrorsNameTheOperationAndThePath)
     EXPECT_FALSE(FileSystem::IsDirectory(file + "/none"));
 }
 
+int OpenDescriptors()
+{
+    return static_cast<int>(std::distance(boost::filesystem::directory_iterator("/proc/self/fd"), {}));
+}
+
 TEST(FileSystemTest, AFailedWriteKeepsTheOldFileWholeAndLeavesNoTemporary)
 {
     ScratchFolder folder;
     const std::string path = folder.Write("p.vn4m", "old contents");
+    // The temporary's name is the writer's own: another's, or a stray one, is no obstacle.
+    boost::filesystem::create_directories(path + ".saving");
     FileSystem::WriteAtomically(path, "new");
     EXPECT_EQ(ReadFile(path), "new");
+    boost::filesystem::remove(path + ".saving");
+    const int descriptors = OpenDescriptors();
 
     {
         const FileSizeLimit limit(1000);
@@ -255,6 +264,7 @@ TEST(FileSystemTest, AFailedWriteKeepsTheOldFileWholeAndLeavesNoTemporary)
     EXPECT_THROW(FileSystem::WriteAtomically(folder.Path() + "/taken", "x"), FileSystemError);
     EXPECT_TRUE(boost::filesystem::is_directory(folder.Path() + "/taken/inside"));
     EXPECT_EQ(std::distance(boost::filesystem::directory_iterator(folder.Path()), {}), 2);
+    EXPECT_EQ(OpenDescriptors(), descriptors) << "a failed write closes what it opened";
 }
 
 }  // namespace

@@ -320,6 +320,16 @@ TEST_F(PresetStateTest, FailedSaveIsReportedAndKeepsTheEarlierFile)
     EXPECT_NE(shown[0].find("Keep.vn4m"), std::string::npos) << shown[0];
     EXPECT_NE(shown[1].find("Missing/New.vn4m"), std::string::npos) << shown[1];
     EXPECT_EQ(stateChanges.load(), before);
+
+    // Written, then the folders cannot be read again: the save stands and says no error.
+    const std::string elsewhere = folder.Path() + "/Elsewhere.vn4m";
+    fs::rename(root, root + ".moved");
+    fs::create_symlink(root + ".nowhere", root);
+    Presets().SavePreset(elsewhere);
+    Settle(Document());
+    EXPECT_TRUE(fs::exists(elsewhere));
+    EXPECT_EQ(messages.Messages().size(), 2u) << messages.Messages().back();
+    EXPECT_EQ(stateChanges.load(), before + 1);
 }
 
 TEST(FactoryPresetTest, SeededOnFirstUseOnlyAndAllListed)
