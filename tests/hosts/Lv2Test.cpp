@@ -409,6 +409,8 @@ TEST_F(Lv2ToolsTest, JalvRunsItUnderJack)
         "jack_wait -s " + server + " -w -t 30 >/dev/null || exit 90\n"
         "(printf 'band_3_active = 1\\n'; for i in $(seq 50); do printf 'monitors\\n'; sleep 0.1; done) | jalv -n v4 "
         + std::string(pluginUri) + "\n");
+    if (run.code == 90)
+        GTEST_SKIP() << "no JACK server could start here: " << ReadFile(Path("jackd.log"));
     EXPECT_EQ(run.code, 0) << run.err << ReadFile(Path("jackd.log"));
     EXPECT_NE(run.out.find("band_3_active = 1.000000"), std::string::npos) << run.out.substr(0, 3000);
     EXPECT_NE(run.out.find("latency = 4.000000"), std::string::npos) << run.out.substr(0, 3000);
