@@ -36,12 +36,15 @@ void MAF::Idle()
     BasicMAF::Idle();
     if (engine == nullptr)
         return;
-    // The audio thread may rewrite the blocks meanwhile: a torn set is drawn for one tick and
-    // replaced at the next, which the display accepts.
-    const std::vector<float>& left = engine->ReadDataBlock(coeffsL);
-    const std::vector<float>& right = engine->ReadDataBlock(coeffsR);
-    const float rate = engine->GetFloatParameter(sampleRate);
-    GetEqualiserDocument().GetCoefficientRing().Push(left, right, rate);
+    // The audio thread goes on changing them: the three are read as one moment's, or this
+    // tick passes and the next one tries again.
+    const bool whole = engine->ReadBetweenChanges([this] {
+        engine->ReadDataBlock(coeffsL, left);
+        engine->ReadDataBlock(coeffsR, right);
+        rate = engine->GetFloatParameter(sampleRate);
+    });
+    if (whole)
+        GetEqualiserDocument().GetCoefficientRing().Push(left, right, rate);
 }
 
 }  // namespace OV::Comp::ModuleLinearPhaseEq

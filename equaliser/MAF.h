@@ -22,8 +22,10 @@ public:
     // under `prefix`. Allocates.
     void Attach(CFW::DocView::MAFWrapper* wrapper, const std::string& prefix) override;
     void Detach() override;
-    // Reads the two coefficient blocks and the rate and pushes them into the document's ring;
-    // a full ring drops them. Allocates only while the ring's records grow; never waits.
+    // Reads the two coefficient blocks and the rate, as they stood at one moment between the
+    // audio thread's changes, and pushes them into the document's ring; a full ring drops
+    // them, and so does a tick whose reads changes kept overlapping. Allocates only while the
+    // vectors grow; never holds the audio up.
     void Idle() override;
 
 private:
@@ -33,6 +35,9 @@ private:
     CFW::DocView::MAFWrapper::ResolvedName coeffsL;
     CFW::DocView::MAFWrapper::ResolvedName coeffsR;
     CFW::DocView::MAFWrapper::ResolvedName sampleRate;
+    std::vector<float> left; // the last reads, kept for their storage
+    std::vector<float> right;
+    float rate = 0.0f;
 };
 
 }  // namespace OV::Comp::ModuleLinearPhaseEq

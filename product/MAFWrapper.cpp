@@ -5,12 +5,6 @@ namespace OV::Products::VN4 {
 using AudioEngine::DataBlockBase;
 using AudioEngine::ParameterBase;
 
-namespace {
-
-const std::vector<float> noData;
-
-}  // namespace
-
 MAFWrapper::MAFWrapper() : engine(std::make_unique<AudioEngine::VN4::ModuleHostEngine>())
 {
     engine->SetTransactionCapacity(1000);
@@ -25,6 +19,7 @@ void MAFWrapper::SetSampleRate(float rate)
     if (rate == sampleRate)
         return;
     sampleRate = rate;
+    const AudioEngine::ChangeSequence::Pass pass(engine->GetParametersManager().GetChanges());
     engine->SetSampleRate(rate);
     static_cast<AudioEngine::Module&>(engine->GetRoot()).SampleRateChanged();
 }
@@ -88,7 +83,7 @@ float MAFWrapper::GetParameterMaximum(const std::string& name)
     return parameter != nullptr ? parameter->GetMax() : 0.0f;
 }
 
-const std::vector<float>& MAFWrapper::ReadDataBlock(ResolvedName& name)
+void MAFWrapper::ReadDataBlock(ResolvedName& name, std::vector<float>& out)
 {
     if (name.kind != ResolvedName::DataBlock || name.stamp != engine->GetTickCount()) {
         DataBlockBase* block = engine->ReadDataBlock(name.name);
@@ -96,13 +91,23 @@ const std::vector<float>& MAFWrapper::ReadDataBlock(ResolvedName& name)
         name.handle = block;
         name.stamp = engine->GetTickCount();
     }
-    return name.handle != nullptr ? static_cast<DataBlockBase*>(name.handle)->GetData() : noData;
+    if (name.handle != nullptr)
+        static_cast<DataBlockBase*>(name.handle)->GetData(out);
+    else
+        out.clear();
 }
 
-const std::vector<float>& MAFWrapper::ReadDataBlockByName(const std::string& name)
+void MAFWrapper::ReadDataBlockByName(const std::string& name, std::vector<float>& out)
 {
-    const DataBlockBase* block = engine->ReadDataBlock(name);
-    return block != nullptr ? block->GetData() : noData;
+    if (const DataBlockBase* block = engine->ReadDataBlock(name))
+        block->GetData(out);
+    else
+        out.clear();
+}
+
+bool MAFWrapper::ReadBetweenChanges(const std::function<void()>& read)
+{
+    return engine->GetParametersManager().GetChanges().ReadStable(read);
 }
 
 void MAFWrapper::ResolveName(ResolvedName& out, const std::string& name)

@@ -26,12 +26,13 @@ public:
     float GetStateValue(const std::string& name, const std::string& state) override;
     float GetParameterMinimum(const std::string& name) override;
     float GetParameterMaximum(const std::string& name) override;
-    const std::vector<float>& ReadDataBlock(ResolvedName& name) override;
-    const std::vector<float>& ReadDataBlockByName(const std::string& name) override;
+    void ReadDataBlock(ResolvedName& name, std::vector<float>& out) override;
+    void ReadDataBlockByName(const std::string& name, std::vector<float>& out) override;
     void ResolveName(ResolvedName& out, const std::string& name) override;
     bool BeginTransaction() override { return engine->BeginTransaction(); }
     void CommitTransaction() override { engine->CommitTransaction(); }
     bool IsInTransaction() const override { return engine->IsInTransaction(); }
+    bool ReadBetweenChanges(const std::function<void()>& read) override;
 
     AudioEngine::VN4::ModuleHostEngine& GetEngine() const { return *engine; }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -14,7 +15,7 @@ namespace OV::CFW::DocView {
 // ProcessBlock, SetStringParameter, SetFloatParameter, GetFloatParameter, ResolveName and the
 // transaction operations run on the audio thread and must neither allocate, lock nor wait
 // (ResolveName: as long as `out.name` already has the capacity for the name). The others are
-// for the main thread and may allocate.
+// for the main thread and may allocate; the reads may also run there, beside the audio.
 class MAFWrapper : boost::noncopyable {
 public:
     // A name looked up once: `handle` is the engine's object for it (opaque here, null when the
@@ -47,10 +48,10 @@ public:
     virtual float GetStateValue(const std::string& name, const std::string& state) = 0;
     virtual float GetParameterMinimum(const std::string& name) = 0;
     virtual float GetParameterMaximum(const std::string& name) = 0;
-    // A data block's floats through a resolved name, renewed like GetFloatParameter; an empty
-    // vector when there is none. The reference stays valid until the engine changes the block.
-    virtual const std::vector<float>& ReadDataBlock(ResolvedName& name) = 0;
-    virtual const std::vector<float>& ReadDataBlockByName(const std::string& name) = 0;
+    // A data block's floats into `out` through a resolved name, renewed like GetFloatParameter;
+    // `out` empty when there is none.
+    virtual void ReadDataBlock(ResolvedName& name, std::vector<float>& out) = 0;
+    virtual void ReadDataBlockByName(const std::string& name, std::vector<float>& out) = 0;
     // Kept for the order of operations; does nothing.
     virtual void Reserved(void* /*first*/, void* /*second*/) {}
     // Fills `out` in place with the engine's name, handle and stamp for `name`.
@@ -59,6 +60,10 @@ public:
     virtual bool BeginTransaction() = 0;
     virtual void CommitTransaction() = 0;
     virtual bool IsInTransaction() const = 0;
+    // Runs `read`, made of the reads above, so that it sees the engine's values as they stood
+    // between two of the audio thread's changes; false when changes kept overlapping it, and
+    // what it read is then to be dropped. Off the audio thread; never holds the audio up.
+    virtual bool ReadBetweenChanges(const std::function<void()>& read) = 0;
 };
 
 }  // namespace OV::CFW::DocView

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <string>
 #include <vector>
 
@@ -7,35 +8,39 @@ namespace AudioEngine {
 
 class DataBlockHandler;
 
-// A bulk value of floats, addressed by name.
+// A bulk value of floats, addressed by name. Written on the audio thread between blocks; read
+// from any thread, consistently through the queue's ChangeSequence.
 class DataBlockBase {
 public:
     virtual ~DataBlockBase() = default;
-    // Audio thread: no allocation while the size stays.
+    // Audio thread: no allocation, no lock.
     virtual void SetData(const std::vector<float>& data) = 0;
-    virtual const std::vector<float>& GetData() const = 0;
+    // Any thread: the values into `out`, which allocates only while it grows.
+    virtual void GetData(std::vector<float>& out) const = 0;
     virtual const std::string& GetName() const = 0;
     virtual const std::string& GetDescription() const = 0;
 };
 
+// Its size is fixed when it is made, so that a write never moves what a reader copies.
 class DataBlock : public DataBlockBase {
 public:
     DataBlock(std::string name, std::string description, std::size_t size = 0)
-        : name(std::move(name)), description(std::move(description)), data(size, 0.0f)
+        : name(std::move(name)), description(std::move(description)), data(size)
     {
     }
 
-    void SetData(const std::vector<float>& values) override { data.assign(values.begin(), values.end()); }
-    const std::vector<float>& GetData() const override { return data; }
+    // Takes as many values as the block holds; the rest stay.
+    void SetData(const std::vector<float>& values) override { Store(values.data(), values.size()); }
+    void GetData(std::vector<float>& out) const override;
     const std::string& GetName() const override { return name; }
     const std::string& GetDescription() const override { return description; }
-    // Writes in place; the size is the block's.
-    float* Values() { return data.data(); }
+    // Audio thread: the first `count` values, at most the block's size. No allocation, no lock.
+    void Store(const float* values, std::size_t count);
 
 private:
     std::string name;
     std::string description;
-    std::vector<float> data;
+    std::vector<std::atomic<float>> data; // relaxed: read by other threads
 };
 
 // Re-exports a data block of another handler under a name of its own.
@@ -44,14 +49,14 @@ public:
     DataBlockLinked(DataBlockHandler& target, const std::string& targetName, std::string linkName);
 
     void SetData(const std::vector<float>& data) override;
-    const std::vector<float>& GetData() const override;
+    void GetData(std::vector<float>& out) const override;
     const std::string& GetName() const override { return linkName; }
     const std::string& GetDescription() const override { return description; }
     virtual void Retarget(DataBlockHandler& handler);
 
 private:
     DataBlockHandler* targetHandler;
-    DataBlockBase* targetBlock;
+    std::atomic<DataBlockBase*> targetBlock; // relaxed: moved on the audio thread, read anywhere
     std::string targetName;
     std::string linkName;
     std::string description;

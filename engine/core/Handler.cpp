@@ -1,5 +1,7 @@
 #include "engine/core/Handler.h"
 
+#include <algorithm>
+
 namespace AudioEngine {
 
 void ParameterHandler::SetParameter(const std::string& parameter, float value)
@@ -26,11 +28,25 @@ DataBlockBase& DataBlockHandler::AddDataBlock(std::unique_ptr<DataBlockBase> blo
     return dataBlocks.Add(key, std::move(block));
 }
 
+void DataBlock::Store(const float* values, std::size_t count)
+{
+    count = std::min(count, data.size());
+    for (std::size_t i = 0; i < count; ++i)
+        data[i].store(values[i], std::memory_order_relaxed);
+}
+
+void DataBlock::GetData(std::vector<float>& out) const
+{
+    out.resize(data.size());
+    for (std::size_t i = 0; i < data.size(); ++i)
+        out[i] = data[i].load(std::memory_order_relaxed);
+}
+
 DataBlockLinked::DataBlockLinked(DataBlockHandler& target, const std::string& targetName,
                                  std::string linkName)
     : targetHandler(&target), targetBlock(target.GetDataBlock(targetName)), targetName(targetName),
       linkName(std::move(linkName)),
-      description(targetBlock != nullptr ? targetBlock->GetDescription() : std::string())
+      description(targetBlock.load() != nullptr ? targetBlock.load()->GetDescription() : std::string())
 {
 }
 
@@ -39,15 +55,18 @@ void DataBlockLinked::SetData(const std::vector<float>& data)
     targetHandler->SetDataBlock(targetName, data);
 }
 
-const std::vector<float>& DataBlockLinked::GetData() const
+void DataBlockLinked::GetData(std::vector<float>& out) const
 {
-    return targetBlock->GetData();
+    if (const DataBlockBase* target = targetBlock.load(std::memory_order_relaxed))
+        target->GetData(out);
+    else
+        out.clear();
 }
 
 void DataBlockLinked::Retarget(DataBlockHandler& handler)
 {
     targetHandler = &handler;
-    targetBlock = handler.GetDataBlock(targetName);
+    targetBlock.store(handler.GetDataBlock(targetName), std::memory_order_relaxed);
 }
 
 }  // namespace AudioEngine

@@ -34,24 +34,25 @@ void Parameter::SetValue(float x)
     if (std::isnan(x))
         return;
     x = x <= minimum ? minimum : x >= maximum ? maximum : x;
+    const float stored = value.load(std::memory_order_relaxed);
     if ((flags & FloorHold) != 0) {
-        if (value > x)
-            value = x;
+        if (stored > x)
+            value.store(x, std::memory_order_relaxed);
     } else if ((flags & PeakHold) != 0) {
-        if (x > value)
-            value = x;
+        if (x > stored)
+            value.store(x, std::memory_order_relaxed);
     } else {
-        value = x;
+        value.store(x, std::memory_order_relaxed);
     }
 }
 
 float Parameter::GetValue()
 {
-    const float result = value;
+    const float result = value.load(std::memory_order_relaxed);
     if ((flags & FloorHold) != 0)
-        value = maximum;
+        value.store(maximum, std::memory_order_relaxed);
     else if ((flags & PeakHold) != 0)
-        value = minimum;
+        value.store(minimum, std::memory_order_relaxed);
     return result;
 }
 
@@ -59,7 +60,7 @@ ParameterLinked::ParameterLinked(ParameterHandler& target, const std::string& ta
                                  std::string linkName)
     : targetHandler(&target), targetParameter(target.GetParameter(targetName)),
       targetName(targetName), linkName(std::move(linkName)),
-      description(targetParameter != nullptr ? targetParameter->GetDescription() : std::string())
+      description(targetParameter.load() != nullptr ? targetParameter.load()->GetDescription() : std::string())
 {
 }
 
@@ -75,38 +76,44 @@ const ParameterBase::States noStates;
 
 float ParameterLinked::GetValue()
 {
-    return targetParameter != nullptr ? targetParameter->GetValue() : 0.0f;
+    ParameterBase* target = targetParameter.load(std::memory_order_relaxed);
+    return target != nullptr ? target->GetValue() : 0.0f;
 }
 
 float ParameterLinked::GetMin() const
 {
-    return targetParameter != nullptr ? targetParameter->GetMin() : 0.0f;
+    const ParameterBase* target = targetParameter.load(std::memory_order_relaxed);
+    return target != nullptr ? target->GetMin() : 0.0f;
 }
 
 float ParameterLinked::GetMax() const
 {
-    return targetParameter != nullptr ? targetParameter->GetMax() : 0.0f;
+    const ParameterBase* target = targetParameter.load(std::memory_order_relaxed);
+    return target != nullptr ? target->GetMax() : 0.0f;
 }
 
 float ParameterLinked::GetDefault() const
 {
-    return targetParameter != nullptr ? targetParameter->GetDefault() : 0.0f;
+    const ParameterBase* target = targetParameter.load(std::memory_order_relaxed);
+    return target != nullptr ? target->GetDefault() : 0.0f;
 }
 
 const ParameterBase::States& ParameterLinked::GetStates() const
 {
-    return targetParameter != nullptr ? targetParameter->GetStates() : noStates;
+    const ParameterBase* target = targetParameter.load(std::memory_order_relaxed);
+    return target != nullptr ? target->GetStates() : noStates;
 }
 
 unsigned ParameterLinked::GetFlags() const
 {
-    return targetParameter != nullptr ? targetParameter->GetFlags() : 0u;
+    const ParameterBase* target = targetParameter.load(std::memory_order_relaxed);
+    return target != nullptr ? target->GetFlags() : 0u;
 }
 
 void ParameterLinked::Retarget(ParameterHandler& handler)
 {
     targetHandler = &handler;
-    targetParameter = handler.GetParameter(targetName);
+    targetParameter.store(handler.GetParameter(targetName), std::memory_order_relaxed);
 }
 
 ParameterMultiLink::ParameterMultiLink(std::vector<ParameterHandler*> targets, std::string linkName)

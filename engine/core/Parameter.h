@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <map>
 #include <string>
 #include <vector>
@@ -8,8 +9,9 @@ namespace AudioEngine {
 
 class ParameterHandler;
 
-// A float value of the engine, addressed by name. Audio thread, between blocks; no lock: the
-// host environment keeps writers apart.
+// A float value of the engine, addressed by name. Written on the audio thread between blocks
+// with no lock (the host environment keeps writers apart); other threads may read, and do so
+// consistently through the queue's ChangeSequence.
 class ParameterBase {
 public:
     // State name to value; the values count from 0 in the order the building code gave.
@@ -55,11 +57,6 @@ public:
     const States& GetStates() const override { return states; }
     unsigned GetFlags() const override { return flags; }
 
-protected:
-    // The stored value, without the destructive read of the hold flags.
-    float Stored() const { return value; }
-    void Store(float stored) { value = stored; }
-
 private:
     std::string name;
     std::string description;
@@ -68,7 +65,7 @@ private:
     float defaultValue;
     States states;
     unsigned flags;
-    float value;
+    std::atomic<float> value; // relaxed: read by other threads
 };
 
 // Re-exports a parameter of another handler under a name of its own. A write goes through the
@@ -91,7 +88,7 @@ public:
 
 private:
     ParameterHandler* targetHandler;
-    ParameterBase* targetParameter;
+    std::atomic<ParameterBase*> targetParameter; // relaxed: moved on the audio thread, read anywhere
     std::string targetName;
     std::string linkName;
     std::string description;

@@ -57,8 +57,9 @@ void ParametersManager::Apply(const Record& record)
 
 void ParametersManager::Drain(int limit, float seconds)
 {
-    if (transactionOpen)
+    if (transactionOpen || count == 0)
         return;
+    const ChangeSequence::Pass pass(changes);
     const int examined = std::min(limit, count);
     int kept = 0; // records that stay queued, compacted at the front of the ring
     for (int i = 0; i < examined; ++i) {
@@ -105,6 +106,7 @@ void ParametersManager::Drain(int limit, float seconds)
 
 void ParametersManager::Flush()
 {
+    const ChangeSequence::Pass pass(changes);
     for (int i = 0; i < count; ++i)
         Apply(Slot(readPosition + i));
     readPosition = writePosition;
@@ -138,6 +140,7 @@ void ParametersManager::SetTransactionCapacity(int capacity)
 
 bool ParametersManager::Replay(int budget)
 {
+    const ChangeSequence::Pass pass(changes);
     for (; replayPosition < transactionCount && budget > 0; ++replayPosition, --budget)
         Apply(transaction[static_cast<std::size_t>(replayPosition)]);
     return replayPosition >= transactionCount;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engine/core/ChangeSequence.h"
+
 #include <string>
 #include <vector>
 
@@ -23,7 +25,8 @@ public:
 // between internal blocks with ramps, and the record of an open transaction.
 //
 // Writers and the reader share one thread (the audio thread); there is no lock. Nothing here
-// allocates on that thread, except when a transaction outgrows its capacity.
+// allocates on that thread, except when a transaction outgrows its capacity. Every pass that
+// applies changes is marked in GetChanges, for readers on other threads.
 class ParametersManager : public ModuleHostDetails::ParameterChanges {
 public:
     static constexpr int ringSize = 16384;
@@ -63,6 +66,10 @@ public:
     void SetResetOnCommit(bool reset) override { resetOnCommit = reset; }
     bool GetResetOnCommit() const override { return resetOnCommit; }
 
+    // The passes that change the tree's values: this queue's, and any other writer's that may
+    // run while other threads read (a rate change, a reset).
+    ChangeSequence& GetChanges() { return changes; }
+
 private:
     void Apply(const Record& record);
     Record& Slot(int position) { return ring[static_cast<std::size_t>(position % ringSize)]; }
@@ -80,6 +87,7 @@ private:
     int replayPosition = 0;
     std::vector<Record> transaction;
     bool resetOnCommit = true;
+    ChangeSequence changes;
 };
 
 }  // namespace AudioEngine

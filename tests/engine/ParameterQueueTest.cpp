@@ -130,5 +130,37 @@ TEST(ParameterQueueTest, FullRingLosesTheOldestChanges)
     EXPECT_EQ(0, host.GetOccupancy());
 }
 
+// A reader on another thread sees the tree between two passes that change it. The writer is
+// held at chosen points here: inside a pass, and a whole pass inside the reader's reads.
+TEST(ParameterQueueTest, ReadersSeeTheTreeOnlyBetweenChangePasses)
+{
+    Host host;
+    RunBlock(host);
+    AudioEngine::ParametersManager& queue = host.GetParametersManager();
+    AudioEngine::ChangeSequence& changes = queue.GetChanges();
+    int reads = 0;
+    EXPECT_TRUE(changes.ReadStable([&] { ++reads; }));
+    EXPECT_EQ(1, reads);
+
+    {
+        const AudioEngine::ChangeSequence::Pass pass(changes);
+        reads = 0;
+        EXPECT_FALSE(changes.ReadStable([&] { ++reads; }, 3));
+        EXPECT_EQ(0, reads) << "nothing is read while a pass is open";
+    }
+
+    // Each way the queue applies changes is a pass: drained, flushed, replayed.
+    host.SetFadeEnabled(false);
+    queue.Enqueue("Gain", 3.0f);
+    EXPECT_FALSE(changes.ReadStable([&] { RunBlock(host); }, 1)) << "drain";
+    queue.Enqueue("Gain", 6.0f);
+    EXPECT_FALSE(changes.ReadStable([&] { host.BeginTransaction(); }, 1)) << "flush";
+    queue.Enqueue("Gain", 9.0f);
+    host.CommitTransaction();
+    EXPECT_FALSE(changes.ReadStable([&] { RunBlock(host); }, 1)) << "replay";
+    EXPECT_EQ(9.0f, Value(host, "Gain"));
+    EXPECT_TRUE(changes.ReadStable([&] { RunBlock(host); }, 1)) << "a block with nothing queued changes nothing";
+}
+
 }  // namespace
 }  // namespace OV::Testing

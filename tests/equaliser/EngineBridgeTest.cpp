@@ -7,8 +7,11 @@
 #include "product/ComponentContext.h"
 #include "product/MAFWrapper.h"
 
+#include <atomic>
 #include <cmath>
 #include <complex>
+#include <string>
+#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -95,6 +98,52 @@ TEST(EngineBridgeTest, BandSettingsReachTheEngineAndItsCoefficientsComeBack)
     EXPECT_NEAR(std::pow(10.0, 6.0 / 20.0), Magnitude(record->left, 0, 1000.0), 1e-3);
     EXPECT_NEAR(std::pow(10.0, -4.0 / 20.0), Magnitude(record->right, 1, 250.0), 1e-3);
     EXPECT_NEAR(1.0, Magnitude(record->right, 0, 1000.0), 1e-4) << "band 1 right is a flat shelf";
+}
+
+// The editor's idle reads the coefficient blocks while the audio thread rewrites them and
+// switches the chains under them (oversampling on and off). Each record must be one whole set
+// the engine published: band 1's peaking section always has a1 == b1 and b0 + b2 == 1 + a2,
+// which a set torn between two gains breaks; the sanitizers see any unordered access.
+TEST(EngineBridgeTest, CoefficientsReadBesideTheAudioThreadAreWholeSets)
+{
+    Instance eq;
+    for (const char* side : {"L", "R"}) {
+        const std::string band = std::string("_0") + side + "_Module";
+        eq.wrapper.SetFloatParameter("Mode" + band, 2.0f);
+        eq.wrapper.SetFloatParameter("Active" + band, 1.0f);
+    }
+    std::atomic<bool> running{true};
+    std::thread audio([&] {
+        std::vector<float> in(frames, 0.1f), out[2] = {std::vector<float>(frames), std::vector<float>(frames)};
+        float* inputs[2] = {in.data(), in.data()};
+        float* outputs[2] = {out[0].data(), out[1].data()};
+        for (int block = 0; block < 400; ++block) {
+            eq.wrapper.SetFloatParameter("Gain_0L_Module", block % 2 == 0 ? 12.0f : -12.0f);
+            eq.wrapper.SetFloatParameter("Gain_0R_Module", block % 3 == 0 ? 9.0f : -3.0f);
+            if (block % 16 == 0)
+                eq.wrapper.SetFloatParameter("GlobalOversample", static_cast<float>(block / 16 % 2));
+            eq.wrapper.ProcessBlock(inputs, outputs, frames);
+        }
+        running = false;
+    });
+    int records = 0;
+    do {
+        eq.component.GetMAF()->Idle();
+        while (const auto* record = eq.component.GetDocument().PeekCoefficients()) {
+            ASSERT_EQ(30u, record->left.size());
+            ASSERT_EQ(30u, record->right.size());
+            EXPECT_TRUE(record->sampleRate == rate || record->sampleRate == 2 * rate) << record->sampleRate;
+            for (const std::vector<float>* set : {&record->left, &record->right}) {
+                const std::vector<float>& c = *set;
+                EXPECT_EQ(c[3], c[1]);
+                EXPECT_NEAR(1.0 + c[4], double(c[0]) + c[2], 1e-6);
+            }
+            eq.component.GetDocument().PopCoefficients();
+            ++records;
+        }
+    } while (running);
+    audio.join();
+    EXPECT_GT(records, 0);
 }
 
 TEST(EngineBridgeTest, OutputLevelsComeBackIntoTheMeterRows)

@@ -19,15 +19,14 @@ using Lines = std::vector<std::string>;
 // Also serves data blocks by name, and tells which were read.
 class BlockWrapper : public TestDoubles::RecordingWrapper {
 public:
-    const std::vector<float>& ReadDataBlock(ResolvedName& name) override
+    void ReadDataBlock(ResolvedName& name, std::vector<float>& out) override
     {
         blockReads.push_back(name.name);
         const auto found = blocks.find(name.name);
-        return found != blocks.end() ? found->second : none;
+        out = found != blocks.end() ? found->second : std::vector<float>();
     }
     std::map<std::string, std::vector<float>> blocks;
     Lines blockReads;
-    std::vector<float> none;
 };
 
 struct Bridge {

@@ -34,7 +34,7 @@ void LinearizedFilterChain::CreateParameters()
         AddParameter(std::make_unique<Parameter>(BandName("Q_Shelving", band), "", 0.2f, 3.0f, 0.2f, ParameterBase::Step));
         AddParameter(std::make_unique<Parameter>(BandName("Q_LPHP", band), "", 0.3f, 2.0f, 0.7f, ParameterBase::Step));
     }
-    chainCoeffs = static_cast<DataBlock*>(&AddDataBlock(std::make_unique<DataBlock>("ChainCoeffs", "", 30)));
+    chainCoeffs = static_cast<DataBlock*>(&AddDataBlock(std::make_unique<DataBlock>("ChainCoeffs", "", coefficientCount)));
 }
 
 void LinearizedFilterChain::ProcessBlock()
@@ -135,7 +135,9 @@ void LinearizedFilterChain::SetParameter(const std::string& name, float value)
 
 void LinearizedFilterChain::PublishCoefficients()
 {
-    chainA.CopyCoefficients(chainCoeffs->Values());
+    float coefficients[coefficientCount];
+    chainA.CopyCoefficients(coefficients);
+    chainCoeffs->Store(coefficients, coefficientCount);
 }
 
 void LinearizedFilterChain::SampleRateChanged()

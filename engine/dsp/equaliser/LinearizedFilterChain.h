@@ -31,6 +31,9 @@ private:
     void ForBand(int band, Update&& update);
     void PublishCoefficients();
 
+    // Six bands of b0, b1, b2, a1, a2.
+    static constexpr std::size_t coefficientCount = 30;
+
     DataBlock* chainCoeffs = nullptr;
     AudioAlgorithm::EqChain chainA;
     AudioAlgorithm::EqChain chainB;

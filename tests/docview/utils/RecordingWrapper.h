@@ -48,8 +48,8 @@ public:
     float GetStateValue(const std::string&, const std::string&) override { return 0.0f; }
     float GetParameterMinimum(const std::string&) override { return 0.0f; }
     float GetParameterMaximum(const std::string&) override { return 0.0f; }
-    const std::vector<float>& ReadDataBlock(ResolvedName&) override { return noData; }
-    const std::vector<float>& ReadDataBlockByName(const std::string&) override { return noData; }
+    void ReadDataBlock(ResolvedName&, std::vector<float>& out) override { out.clear(); }
+    void ReadDataBlockByName(const std::string&, std::vector<float>& out) override { out.clear(); }
     void ResolveName(ResolvedName& out, const std::string& name) override
     {
         ++resolves;
@@ -61,6 +61,11 @@ public:
     bool BeginTransaction() override { return false; }
     void CommitTransaction() override {}
     bool IsInTransaction() const override { return false; }
+    bool ReadBetweenChanges(const std::function<void()>& read) override
+    {
+        read();
+        return true;
+    }
 
     // Test side, allocates: "F name=value", "S name=text", "R name=value", "B frames".
     std::vector<std::string> Log() const
@@ -98,7 +103,6 @@ private:
         calls.push_back(call);
     }
 
-    std::vector<float> noData;
 };
 
 }  // namespace OV::CFW::DocViewUtils::TestDoubles

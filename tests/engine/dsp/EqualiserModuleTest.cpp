@@ -43,7 +43,9 @@ TEST(EqualiserModuleTest, ExportsEachChannelsSettingsUnderItsOwnName)
         EXPECT_NE(nullptr, eq.GetParameter(name)) << name;
     EXPECT_EQ(nullptr, eq.GetParameter("Gain_3")) << "band settings exist per channel only";
     ASSERT_NE(nullptr, eq.GetDataBlock("ChainCoeffsL"));
-    EXPECT_EQ(30u, eq.GetDataBlock("ChainCoeffsR")->GetData().size());
+    std::vector<float> left, right;
+    eq.GetDataBlock("ChainCoeffsR")->GetData(right);
+    EXPECT_EQ(30u, right.size());
 
     ParameterBase* rate = eq.GetParameter("SampleRate");
     EXPECT_EQ(96000.0f, rate->GetValue()) << "published on a rate change";
@@ -56,11 +58,12 @@ TEST(EqualiserModuleTest, ExportsEachChannelsSettingsUnderItsOwnName)
     eq.SetParameter("F_4L", 250.0f);
     eq.SetParameter("Q_Shelving_4L", 0.9f);
     const Section expected = OracleSection(OracleLowShelf, 6.0, 250.0, 0.9, 96000.0);
-    const std::vector<float>& left = eq.GetDataBlock("ChainCoeffsL")->GetData();
+    eq.GetDataBlock("ChainCoeffsL")->GetData(left);
+    eq.GetDataBlock("ChainCoeffsR")->GetData(right);
     const double published[] = {expected.b0, expected.b1, expected.b2, expected.a1, expected.a2};
     for (int i = 0; i < 5; ++i)
         EXPECT_NEAR(published[i], left[static_cast<std::size_t>(20 + i)], 1e-6) << i;
-    EXPECT_NE(left, eq.GetDataBlock("ChainCoeffsR")->GetData());
+    EXPECT_NE(left, right);
 }
 
 TEST(EqualiserModuleTest, MidSideModeMovesTheFirstSetToMidAndTheSecondToSide)
