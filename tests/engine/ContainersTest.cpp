@@ -1,6 +1,7 @@
 #include "engine/containers/Buffer.h"
 #include "engine/containers/Port.h"
 
+#include <algorithm>
 #include <cstdint>
 
 #include <gtest/gtest.h>
@@ -10,11 +11,7 @@ namespace {
 
 bool AllZero(const float* data, unsigned count)
 {
-    for (unsigned i = 0; i < count; ++i) {
-        if (data[i] != 0.0f)
-            return false;
-    }
-    return true;
+    return std::all_of(data, data + count, [](float x) { return x == 0.0f; });
 }
 
 TEST(ContainersTest, BuffersAreAlignedZeroedAndCopiedEmpty)
@@ -48,9 +45,8 @@ TEST(ContainersTest, CircularIndicesWrapOnce)
     ASSERT_EQ(5, ring.Capacity());
     for (int i = 0; i < 5; ++i)
         ring.At(i) = static_cast<float>(i);
-    EXPECT_EQ(4.0f, ring.At(-1));
-    EXPECT_EQ(0.0f, ring.At(-5));
-    EXPECT_EQ(2.0f, ring.At(7));
+    for (const auto& [index, value] : {std::pair{-1, 4.0f}, {-5, 0.0f}, {7, 2.0f}})
+        EXPECT_EQ(value, ring.At(index)) << index;
     EXPECT_EQ(1, ring.Advance(4, 2));
     EXPECT_EQ(3, ring.Advance(1, -3));
     ring.Resize(0);
@@ -66,21 +62,16 @@ TEST(ContainersTest, PortsForwardAndResolveTransparentHops)
     Input input("In", "");
     input.SetSource(&outermost);
     EXPECT_EQ(producer.GetBuffer(), input.GetBuffer());
-
-    input.Resolve();
-    EXPECT_EQ(&outer, input.GetSource()) << "one hop per call";
-    input.Resolve();
-    EXPECT_EQ(&producer, input.GetSource());
-    input.Resolve();
-    EXPECT_EQ(&producer, input.GetSource()) << "a buffered output is where the samples are";
+    // One hop per call; a buffered output is where the samples are.
+    for (Port* next : std::initializer_list<Port*>{&outer, &producer, &producer}) {
+        input.Resolve();
+        EXPECT_EQ(next, input.GetSource());
+    }
 }
 
 TEST(ContainersTest, BufferedOutputModesAndSilence)
 {
-    OutputBuffered small("Small", "", 16);
-    OutputBuffered other("Other", "", 4);
-    OutputBuffered large("Large", "", 256);
-    OutputBuffered later("Later", "", 8);
+    OutputBuffered small("Small", "", 16), other("Other", "", 4), large("Large", "", 256), later("Later", "", 8);
     float* own = large.GetBuffer();
     ASSERT_NE(nullptr, own);
     own[0] = 1.0f;

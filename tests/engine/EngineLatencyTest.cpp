@@ -4,6 +4,7 @@
 #include "engine/ModuleHostEngine.h"
 #include "tests/support/ScratchFolder.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include <gtest/gtest.h>
@@ -17,21 +18,15 @@ using AudioEngine::VN4::ModuleHostEngine;
 int MeasureDelay(ModuleHostEngine& engine, int length)
 {
     std::vector<float> inL(static_cast<std::size_t>(length), 0.0f), inR(inL), outL(inL), outR(inL);
-    inL[0] = 1.0f;
-    inR[0] = 1.0f;
+    inL[0] = inR[0] = 1.0f;
     for (int done = 0; done < length; done += 512) {
-        const int count = std::min(512, length - done);
         float* in[2] = {inL.data() + done, inR.data() + done};
         float* out[2] = {outL.data() + done, outR.data() + done};
-        engine.ProcessHostBlock(in, out, count);
-    }
-    int peak = 0;
-    for (int i = 1; i < length; ++i) {
-        if (std::fabs(outL[static_cast<std::size_t>(i)]) > std::fabs(outL[static_cast<std::size_t>(peak)]))
-            peak = i;
+        engine.ProcessHostBlock(in, out, std::min(512, length - done));
     }
     EXPECT_EQ(outL, outR);
-    return peak;
+    return static_cast<int>(std::max_element(outL.begin(), outL.end(), [](float a, float b) { return std::fabs(a) < std::fabs(b); })
+                            - outL.begin());
 }
 
 TEST(EngineLatencyTest, DelayIsTheLatencyTablePlusFour)

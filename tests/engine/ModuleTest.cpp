@@ -4,6 +4,7 @@
 #include "tests/engine/TestModules.h"
 
 #include <sstream>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -13,7 +14,8 @@ namespace {
 using AudioEngine::Module;
 using AudioEngine::ModuleStructured;
 
-// Two scalers in a default chain: Out = B(A(In)).
+// Two scalers in a default chain: Out = B(A(In)); or no children at all.
+template <bool withChildren>
 class Chain : public ModuleStructured {
 public:
     Chain() : ModuleStructured(ModuleInfo{0, "Chain", ""}) {}
@@ -23,31 +25,19 @@ public:
 protected:
     void CreateChildren() override
     {
-        AddChild("A", std::make_unique<StereoScale>());
-        AddChild("B", std::make_unique<StereoScale>());
+        if (withChildren) {
+            AddChild("A", std::make_unique<StereoScale>());
+            AddChild("B", std::make_unique<StereoScale>());
+        }
     }
-    void CreateInputs() override
-    {
-        AddInput("InL");
-        AddInput("InR");
-    }
-    void CreateOutputs() override
-    {
-        AddOutputHierarchic("OutL");
-        AddOutputHierarchic("OutR");
-    }
-};
-
-struct ChainTraits {
-    using Root = Chain;
-    using Manager = AudioEngine::ParametersManager;
-    static constexpr float rampTime = 0.1f;
+    void CreateInputs() override { AddInput("InL"); AddInput("InR"); }
+    void CreateOutputs() override { AddOutputHierarchic("OutL"); AddOutputHierarchic("OutR"); }
 };
 
 TEST(ModuleTest, DefaultChainRunsChildrenInOrderWithLinkedParameters)
 {
-    AudioEngine::ModuleHost<ChainTraits> host;
-    Chain& chain = host.GetRoot();
+    EngineRunner<Chain<true>> runner;
+    Chain<true>& chain = runner.Root();
     ASSERT_NE(nullptr, chain.GetParameter("Scale_A"));
     ASSERT_NE(nullptr, chain.GetParameter("Gain_B"));
     EXPECT_EQ(10, chain.GetParameterCount()) << "five parameters of each child, linked upward";
@@ -60,17 +50,12 @@ TEST(ModuleTest, DefaultChainRunsChildrenInOrderWithLinkedParameters)
     chain.SetParameter("Scale_A", 2.0f);
     chain.SetParameter("Scale_B", -3.0f);
     EXPECT_EQ("Scale", chain.A().WriteName(10));
-    std::vector<float> inL = {1, 2, 3, 4, 5, 6, 7, 8}, inR(8, 1.0f), outL(8), outR(8);
-    float* in[2] = {inL.data(), inR.data()};
-    float* out[2] = {outL.data(), outR.data()};
-    host.ProcessHostBlock(in, out, 8);
-    const std::vector<float> expectedL = {0, 0, 0, 0, -6, -12, -18, -24};
-    const std::vector<float> expectedR = {0, 0, 0, 0, -6, -6, -6, -6};
-    EXPECT_EQ(expectedL, outL);
-    EXPECT_EQ(expectedR, outR);
+    const auto out = runner.Run({{1, 2, 3, 4, 5, 6, 7, 8}, std::vector<float>(8, 1.0f)});
+    EXPECT_EQ((std::vector<float>{0, 0, 0, 0, -6, -12, -18, -24}), out[0]);
+    EXPECT_EQ((std::vector<float>{0, 0, 0, 0, -6, -6, -6, -6}), out[1]);
 
     std::ostringstream dump;
-    host.Dump(dump);
+    runner.Host().Dump(dump);
     EXPECT_NE(std::string::npos, dump.str().find("Chain.B.OutR"));
 }
 
@@ -97,31 +82,10 @@ TEST(ModuleTest, ReaddingAChildDestroysTheFirst)
     EXPECT_EQ("Y", children.begin()->first) << "the new child goes to the end";
 }
 
-// A structured module without children.
-class Empty : public ModuleStructured {
-public:
-    Empty() : ModuleStructured(ModuleInfo{0, "Empty", ""}) {}
-
-protected:
-    void CreateChildren() override {}
-    void CreateInputs() override { AddInput("InL"); }
-    void CreateOutputs() override { AddOutputHierarchic("OutL"); }
-};
-
-struct EmptyTraits {
-    using Root = Empty;
-    using Manager = AudioEngine::ParametersManager;
-    static constexpr float rampTime = 0.1f;
-};
-
 TEST(ModuleTest, ModuleWithoutChildrenGivesSilence)
 {
-    AudioEngine::ModuleHost<EmptyTraits> host;
-    std::vector<float> in(100, 1.0f), out(100, 5.0f);
-    float* ins[1] = {in.data()};
-    float* outs[1] = {out.data()};
-    host.ProcessHostBlock(ins, outs, 100);
-    EXPECT_EQ(std::vector<float>(100, 0.0f), out);
+    EngineRunner<Chain<false>> runner;
+    EXPECT_EQ(std::vector<float>(100, 0.0f), runner.RunDc(1.0f, 100));
 }
 
 // An environment with a chosen buffer policy, for the in-place choice.
@@ -153,21 +117,16 @@ protected:
 
 TEST(ModuleTest, InPlaceChoiceFollowsPolicyAndFlags)
 {
-    struct Case {
-        int policy;
-        unsigned flags;
-        bool inPlace;
-    };
-    const Case cases[] = {
+    const std::tuple<int, unsigned, bool> cases[] = {
         {0, 5, false}, {1, 5, true}, {1, 1, false}, {1, 4, false}, {2, 1, true},
         {2, 4, false}, {3, 1, true}, {3, 0, false}, {7, 5, false},
     };
-    for (const Case& c : cases) {
-        PolicyEnvironment environment(c.policy);
-        Copier copier(c.flags);
+    for (const auto& [policy, flags, inPlace] : cases) {
+        PolicyEnvironment environment(policy);
+        Copier copier(flags);
         copier.Setup(&environment);
         const bool shared = dynamic_cast<AudioEngine::AudioContainers::OutputInPlace*>(copier.GetOutput("Out")) != nullptr;
-        EXPECT_EQ(c.inPlace, shared) << "policy " << c.policy << " flags " << c.flags;
+        EXPECT_EQ(inPlace, shared) << "policy " << policy << " flags " << flags;
     }
 }
 

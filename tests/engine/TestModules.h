@@ -3,7 +3,7 @@
 // Small modules for the engine's tests.
 #include "engine/core/ModuleBasic.h"
 #include "engine/core/ModuleStructured.h"
-#include "engine/core/ParametersManager.h"
+#include "tests/engine/dsp/EngineRunner.h"
 
 #include <array>
 #include <cstring>
@@ -35,6 +35,7 @@ public:
     void Reset() override { ++resets; }
 
     std::string WriteName(int index) const { return writeNames[static_cast<std::size_t>(index)].data(); }
+    std::vector<int> Blocks(int from = 0) const { return {blocks.begin() + from, blocks.begin() + std::min(blockCount, logSize)}; }
 
     std::array<int, logSize> blocks{};
     int blockCount = 0;
@@ -44,16 +45,8 @@ public:
     int resets = 0;
 
 protected:
-    void CreateInputs() override
-    {
-        AddInput("InL");
-        AddInput("InR");
-    }
-    void CreateOutputsBuffered() override
-    {
-        AddOutputBuffered("OutL");
-        AddOutputBuffered("OutR");
-    }
+    void CreateInputs() override { AddInput("InL"); AddInput("InR"); }
+    void CreateOutputsBuffered() override { AddOutputBuffered("OutL"); AddOutputBuffered("OutR"); }
     void CreateParameters() override
     {
         AddParameter(std::make_unique<Parameter>("Scale", "", -4.0f, 4.0f, 1.0f, ParameterBase::Step));
@@ -78,17 +71,14 @@ protected:
             blocks[static_cast<std::size_t>(blockCount)] = n;
         ++blockCount;
         const float s = scale->GetValue();
-        const float* l = inL->GetBuffer();
-        const float* r = inR->GetBuffer();
-        float* ol = outL->GetBuffer();
-        float* orr = outR->GetBuffer();
+        const float *l = inL->GetBuffer(), *r = inR->GetBuffer();
+        float *ol = outL->GetBuffer(), *orr = outR->GetBuffer();
         for (int i = 0; i < n; ++i) {
             ol[i] = l[i] * s;
             orr[i] = r[i] * s;
         }
     }
 
-private:
     AudioEngine::AudioContainers::Input* inL = nullptr;
     AudioEngine::AudioContainers::Input* inR = nullptr;
     AudioEngine::AudioContainers::Output* outL = nullptr;
@@ -96,10 +86,7 @@ private:
     ParameterBase* scale = nullptr;
 };
 
-struct StereoScaleTraits {
-    using Root = StereoScale;
-    using Manager = AudioEngine::ParametersManager;
-    static constexpr float rampTime = 0.1f;
-};
+using StereoScaleTraits = RootTraits<StereoScale>;
+using ScaleRunner = EngineRunner<StereoScale>;
 
 }  // namespace OV::Testing

@@ -6,10 +6,10 @@
 #include "equaliser/Component.h"
 #include "product/ComponentContext.h"
 #include "product/MAFWrapper.h"
+#include "tests/engine/dsp/EqOracle.h"
 
 #include <atomic>
 #include <cmath>
-#include <complex>
 #include <string>
 #include <thread>
 #include <vector>
@@ -26,14 +26,10 @@ constexpr int frames = 256;
 constexpr float rate = 48000.0f;
 
 // |H| of section `band` of a coefficient record (b0, b1, b2, a1, a2; a0 = 1) at `hz`.
-double Magnitude(const std::vector<float>& coefficients, int band, double hz)
+double Magnitude(const std::vector<float>& c, int band, double hz)
 {
-    double c[5];
-    for (int i = 0; i < 5; ++i)
-        c[i] = coefficients[static_cast<std::size_t>(5 * band + i)];
-    const std::complex<double> z1 = std::polar(1.0, -2.0 * M_PI * hz / rate);
-    const std::complex<double> z2 = z1 * z1;
-    return std::abs((c[0] + c[1] * z1 + c[2] * z2) / (1.0 + c[3] * z1 + c[4] * z2));
+    const std::size_t i = 5 * static_cast<std::size_t>(band);
+    return SectionMagnitude({c[i], c[i + 1], c[i + 2], c[i + 3], c[i + 4]}, hz, rate);
 }
 
 // One instance's context, the component in it, and the engine behind the MAF at "Module",
@@ -74,18 +70,14 @@ TEST(EngineBridgeTest, BandSettingsReachTheEngineAndItsCoefficientsComeBack)
     eq.Set(96, Parameter::FromFloat(-4.0f));    // RS_Band2Gain
     eq.Run(4, 0.0f, 0.0f);
 
-    struct Case {
-        const char* name;
-        float value;
-    };
-    const Case cases[] = {
+    const std::pair<const char*, float> cases[] = {
         {"Mode_0L_Module", 2},    {"Active_0L_Module", 1},    {"Gain_0L_Module", 6},      {"F_0L_Module", 1000},
         {"Q_Peaking_0L_Module", 1}, {"Gain_0R_Module", 0},    {"Active_0R_Module", 0},    {"Mode_0R_Module", 1},
         {"Gain_1R_Module", -4},   {"F_1R_Module", 250},       {"Q_Peaking_1R_Module", 0.7f}, {"Mode_5R_Module", 3},
         {"F_5L_Module", 3000},    {"Q_Shelving_5L_Module", 0.25f}, {"ChannelMode_Module", 0}, {"Linearize_Module", 0},
     };
-    for (const Case& c : cases)
-        EXPECT_FLOAT_EQ(c.value, eq.wrapper.ReadParameter(c.name)) << c.name;
+    for (const auto& [name, value] : cases)
+        EXPECT_FLOAT_EQ(value, eq.wrapper.ReadParameter(name)) << name;
 
     // Off the audio thread in a host; here it follows the blocks, never runs beside them.
     eq.component.GetMAF()->Idle();

@@ -14,11 +14,11 @@
 #include <lv2/urid/urid.h>
 #include <sndfile.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <functional>
-#include <map>
-#include <memory>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -29,10 +29,12 @@ const char* const pluginUri = "urn:orvane-studio:varnel4-lin-phase-eq";
 constexpr int maxBlock = 4096;
 constexpr unsigned firstSlotPort = 8;
 
+using Channels = std::vector<std::vector<float>>;
+
 // Stereo noise and tones from a fixed seed, as planar channels.
-std::vector<std::vector<float>> Signal(int frames, std::uint32_t seed)
+Channels Signal(int frames, std::uint32_t seed)
 {
-    std::vector<std::vector<float>> channels(2, std::vector<float>(static_cast<std::size_t>(frames)));
+    Channels channels(2, std::vector<float>(static_cast<std::size_t>(frames)));
     for (int i = 0; i < frames; ++i) {
         for (int c = 0; c < 2; ++c) {
             seed = seed * 1664525u + 1013904223u;
@@ -41,6 +43,12 @@ std::vector<std::vector<float>> Signal(int frames, std::uint32_t seed)
         }
     }
     return channels;
+}
+
+// `frames` of each channel from `at` on.
+Channels Slice(const Channels& input, int at, int frames)
+{
+    return {{input[0].begin() + at, input[0].begin() + at + frames}, {input[1].begin() + at, input[1].begin() + at + frames}};
 }
 
 std::vector<float> ReadSamples(const std::string& path)
@@ -55,34 +63,7 @@ std::vector<float> ReadSamples(const std::string& path)
     return samples;
 }
 
-class UridMap {
-public:
-    UridMap()
-    {
-        map = {this, [](LV2_URID_Map_Handle self, const char* uri) { return static_cast<UridMap*>(self)->Map(uri); }};
-        unmap = {this, [](LV2_URID_Unmap_Handle self, LV2_URID urid) {
-                     const auto& uris = static_cast<UridMap*>(self)->uris;
-                     return urid > 0 && urid <= uris.size() ? uris[urid - 1].c_str() : nullptr;
-                 }};
-    }
-    LV2_URID Map(const char* uri)
-    {
-        for (std::size_t i = 0; i < uris.size(); ++i) {
-            if (uris[i] == uri)
-                return static_cast<LV2_URID>(i + 1);
-        }
-        uris.emplace_back(uri);
-        return static_cast<LV2_URID>(uris.size());
-    }
-
-    LV2_URID_Map map;
-    LV2_URID_Unmap unmap;
-
-private:
-    std::vector<std::string> uris;
-};
-
-// A minimal LV2 host: the world with our bundle, the URID features and a block-length option.
+// A minimal LV2 host: the world with our bundle, URID mapping and a block-length option.
 class LilvHost {
 public:
     LilvHost() : world(lilv_world_new())
@@ -93,24 +74,29 @@ public:
         LilvNode* uri = lilv_new_uri(world, pluginUri);
         plugin = lilv_plugins_get_by_uri(lilv_world_get_all_plugins(world), uri);
         lilv_node_free(uri);
-        options[0] = {LV2_OPTIONS_INSTANCE, 0, urids.Map(LV2_BUF_SIZE__maxBlockLength), sizeof(int32_t),
-                      urids.Map(LV2_ATOM__Int), &maxBlockLength};
-        options[1] = {LV2_OPTIONS_INSTANCE, 0, 0, 0, 0, nullptr};
+        options[0] = {LV2_OPTIONS_INSTANCE, 0, Map(LV2_BUF_SIZE__maxBlockLength), sizeof(int32_t), Map(LV2_ATOM__Int), &maxBlockLength};
     }
     ~LilvHost() { lilv_world_free(world); }
 
-    const LV2_Feature* const* Features() { return features; }
+    LV2_URID Map(const char* uri)
+    {
+        if (std::find(uris.begin(), uris.end(), uri) == uris.end())
+            uris.emplace_back(uri);
+        return static_cast<LV2_URID>(std::find(uris.begin(), uris.end(), uri) - uris.begin() + 1);
+    }
+
     LilvWorld* world;
     const LilvPlugin* plugin = nullptr;
-    UridMap urids;
+    LV2_URID_Map map{this, [](LV2_URID_Map_Handle self, const char* uri) { return static_cast<LilvHost*>(self)->Map(uri); }};
+    const LV2_Feature* const* Features() const { return features; }
 
 private:
+    std::vector<std::string> uris;
     const int32_t maxBlockLength = maxBlock;
-    LV2_Options_Option options[2];
-    LV2_Feature mapFeature{LV2_URID__map, &urids.map};
-    LV2_Feature unmapFeature{LV2_URID__unmap, &urids.unmap};
+    LV2_Options_Option options[2] = {};
+    LV2_Feature mapFeature{LV2_URID__map, &map};
     LV2_Feature optionsFeature{LV2_OPTIONS__options, options};
-    const LV2_Feature* features[4] = {&mapFeature, &unmapFeature, &optionsFeature, nullptr};
+    const LV2_Feature* features[3] = {&mapFeature, &optionsFeature, nullptr};
 };
 
 // One instance with its port buffers; `inPlace` hands the same buffers for input and output.
@@ -118,17 +104,14 @@ class Lv2Instance {
 public:
     // `beforeActivation` sets controls as a host does before it starts the instance.
     Lv2Instance(LilvHost& host, bool inPlace, const std::function<void(Lv2Instance&)>& beforeActivation = {})
-        : host(host), inPlace(inPlace)
+        : host(host), inPlace(inPlace), instance(lilv_plugin_instantiate(host.plugin, 48000.0, host.Features()))
     {
-        instance = lilv_plugin_instantiate(host.plugin, 48000.0, host.Features());
         if (instance == nullptr)
             return;
-        const unsigned ports = lilv_plugin_get_num_ports(host.plugin);
-        controls.resize(ports);
-        std::vector<float> defaults(ports);
-        lilv_plugin_get_port_ranges_float(host.plugin, nullptr, nullptr, defaults.data());
-        for (unsigned port = 0; port < ports; ++port) {
-            controls[port] = std::isnan(defaults[port]) ? 0.0f : defaults[port];
+        controls.resize(lilv_plugin_get_num_ports(host.plugin));
+        lilv_plugin_get_port_ranges_float(host.plugin, nullptr, nullptr, controls.data());
+        for (unsigned port = 0; port < controls.size(); ++port) {
+            controls[port] = std::isnan(controls[port]) ? 0.0f : controls[port];
             if (port >= 4)
                 lilv_instance_connect_port(instance, port, &controls[port]);
         }
@@ -145,8 +128,7 @@ public:
     }
     bool Valid() const { return instance != nullptr; }
 
-    void Set(const char* symbol, float value) { controls[Index(symbol)] = value; }
-    float Get(const char* symbol) { return controls[Index(symbol)]; }
+    float& Control(const char* symbol) { return controls[Index(symbol)]; }
     unsigned Index(const char* symbol)
     {
         LilvNode* node = lilv_new_string(host.world, symbol);
@@ -156,34 +138,27 @@ public:
     }
 
     // Runs `frames` of `input` from `at` and appends the output.
-    void Run(const std::vector<std::vector<float>>& input, int at, int frames, std::vector<std::vector<float>>& output)
+    void Run(const Channels& input, int at, int frames, Channels& output)
     {
-        std::vector<std::vector<float>> in(2), out(2);
+        Channels in = Slice(input, at, frames), out(2, std::vector<float>(static_cast<std::size_t>(frames)));
         for (int c = 0; c < 2; ++c) {
-            in[c].assign(input[c].begin() + at, input[c].begin() + at + frames);
-            out[c].assign(static_cast<std::size_t>(frames), 0.0f);
             lilv_instance_connect_port(instance, c, in[c].data());
             lilv_instance_connect_port(instance, 2 + c, inPlace ? in[c].data() : out[c].data());
         }
         lilv_instance_run(instance, static_cast<uint32_t>(frames));
-        for (int c = 0; c < 2; ++c) {
-            const std::vector<float>& result = inPlace ? in[c] : out[c];
-            output[c].insert(output[c].end(), result.begin(), result.end());
-        }
+        for (int c = 0; c < 2; ++c)
+            output[c].insert(output[c].end(), (inPlace ? in : out)[c].begin(), (inPlace ? in : out)[c].end());
     }
 
     LilvState* Save()
     {
         return lilv_state_new_from_instance(
-            host.plugin, instance, &host.urids.map, nullptr, nullptr, nullptr, nullptr,
+            host.plugin, instance, &host.map, nullptr, nullptr, nullptr, nullptr,
             [](const char* symbol, void* self, uint32_t* size, uint32_t* type) -> const void* {
                 auto& me = *static_cast<Lv2Instance*>(self);
-                const unsigned port = me.Index(symbol);
-                if (port < firstSlotPort)
-                    return nullptr;
                 *size = sizeof(float);
-                *type = me.host.urids.Map(LV2_ATOM__Float);
-                return &me.controls[port];
+                *type = me.host.Map(LV2_ATOM__Float);
+                return me.Index(symbol) < firstSlotPort ? nullptr : &me.controls[me.Index(symbol)];
             },
             this, 0, host.Features());
     }
@@ -192,9 +167,8 @@ public:
         lilv_state_restore(
             state, instance,
             [](const char* symbol, void* self, const void* value, uint32_t size, uint32_t) {
-                auto& me = *static_cast<Lv2Instance*>(self);
                 if (size == sizeof(float))
-                    me.controls[me.Index(symbol)] = *static_cast<const float*>(value);
+                    static_cast<Lv2Instance*>(self)->Control(symbol) = *static_cast<const float*>(value);
             },
             this, 0, host.Features());
     }
@@ -207,18 +181,14 @@ public:
 private:
     LilvHost& host;
     bool inPlace;
-    LilvInstance* instance = nullptr;
+    LilvInstance* instance;
     std::vector<float> controls;
 };
 
 // Processes `frames` of `input` from `at` straight through the library, appending the output.
-void RunDirect(Hosts::HostedProcess& process, const std::vector<std::vector<float>>& input, int at, int frames,
-               std::vector<std::vector<float>>& output)
+void RunDirect(Hosts::HostedProcess& process, const Channels& input, int at, int frames, Channels& output)
 {
-    std::vector<float> in[2] = {{input[0].begin() + at, input[0].begin() + at + frames},
-                                {input[1].begin() + at, input[1].begin() + at + frames}};
-    std::vector<float> out[2] = {std::vector<float>(static_cast<std::size_t>(frames)),
-                                 std::vector<float>(static_cast<std::size_t>(frames))};
+    Channels in = Slice(input, at, frames), out(2, std::vector<float>(static_cast<std::size_t>(frames)));
     float* inputs[2] = {in[0].data(), in[1].data()};
     float* outputs[2] = {out[0].data(), out[1].data()};
     process.Process(inputs, outputs, frames);
@@ -232,27 +202,23 @@ TEST(Lv2Test, ALilvHostRunsAnyBlockLengthAndCarriesStateToASecondInstance)
     ASSERT_NE(host.plugin, nullptr);
     // Controls set before activation hold from the first frame: the adapter adds nothing to the
     // library driven directly, whatever the block lengths.
-    struct Control {
-        const char* symbol;
-        int slot;
-        float value;
-    };
-    const Control controls[] = {{"band_3_active", 14, 1.0f}, {"band_3_gain", 12, 6.0f}, {"band_3_freq", 15, 2500.0f},
+    // Symbol, slot and value.
+    const std::tuple<const char*, int, float> controls[] = {{"band_3_active", 14, 1.0f}, {"band_3_gain", 12, 6.0f}, {"band_3_freq", 15, 2500.0f},
                                 {"band_1_active", 2, 1.0f},  {"band_1_gain", 0, -4.5f}, {"output_level", 36, -2.0f}};
     const LibraryCopy library;
     Hosts::HostedProcess direct(library.Acquire(), 48000.0f, maxBlock, 2);
-    for (const Control& control : controls)
-        direct.SetSlotValue(control.slot, control.value);
+    for (const auto& [symbol, slot, value] : controls)
+        direct.SetSlotValue(slot, value);
     direct.Settle();
     Lv2Instance first(host, false, [&](Lv2Instance& instance) {
-        for (const Control& control : controls)
-            instance.Set(control.symbol, control.value);
+        for (const auto& [symbol, slot, value] : controls)
+            instance.Control(symbol) = value;
     });
     Lv2Instance second(host, true);
     ASSERT_TRUE(first.Valid() && second.Valid());
 
-    const std::vector<std::vector<float>> input = Signal(20000, 7);
-    std::vector<std::vector<float>> viaLv2(2), expected(2);
+    const Channels input = Signal(20000, 7);
+    Channels viaLv2(2), expected(2);
     int at = 0;
     for (const int frames : {0, 1, 17, 64, 4096, 333}) {
         first.Run(input, at, frames, viaLv2);
@@ -260,17 +226,17 @@ TEST(Lv2Test, ALilvHostRunsAnyBlockLengthAndCarriesStateToASecondInstance)
         at += frames;
     }
     EXPECT_TRUE(viaLv2 == expected);
-    EXPECT_EQ(first.Get("latency"), 4.0f);
-    EXPECT_EQ(first.Get("latency_level"), 0.0f);
-    EXPECT_GT(first.Get("meter_l"), -30.0f);
+    EXPECT_EQ(first.Control("latency"), 4.0f);
+    EXPECT_EQ(first.Control("latency_level"), 0.0f);
+    EXPECT_GT(first.Control("meter_l"), -30.0f);
 
     // Changes between blocks, then the saved state into the in-place second instance: from a
     // reset both play alike. The output gain glides from 0 dB wherever a state sets it, so it
     // goes back there first.
-    first.Set("band_1_gain", 3.0f);
+    first.Control("band_1_gain") = 3.0f;
     first.Run(input, at, 64, viaLv2);
-    first.Set("band_5_active", 1.0f);
-    first.Set("output_level", 0.0f);
+    first.Control("band_5_active") = 1.0f;
+    first.Control("output_level") = 0.0f;
     first.Run(input, at + 64, 17, viaLv2);
     // Control writes reach the library's document on its worker: a save waits for it, and the
     // next block takes them, the gain's glide included.
@@ -280,10 +246,10 @@ TEST(Lv2Test, ALilvHostRunsAnyBlockLengthAndCarriesStateToASecondInstance)
     ASSERT_NE(state, nullptr);
     second.Restore(state);
     lilv_state_free(state);
-    EXPECT_EQ(second.Get("band_1_gain"), 3.0f);
+    EXPECT_EQ(second.Control("band_1_gain"), 3.0f);
     first.Reset();
     second.Reset();
-    std::vector<std::vector<float>> a(2), b(2);
+    Channels a(2), b(2);
     for (int start = 0; start + 256 <= 8192; start += 256) {
         first.Run(input, start, 256, a);
         second.Run(input, start, 256, b);
@@ -299,7 +265,7 @@ TEST(Lv2Test, FactoryPresetsPlayAsThePresetFiles)
     ASSERT_TRUE(instance.Valid());
     LilvNode* preset = lilv_new_uri(host.world, (std::string(pluginUri) + "#preset-mastering_gentle_smile").c_str());
     lilv_world_load_resource(host.world, preset);
-    LilvState* state = lilv_state_new_from_world(host.world, &host.urids.map, preset);
+    LilvState* state = lilv_state_new_from_world(host.world, &host.map, preset);
     lilv_node_free(preset);
     ASSERT_NE(state, nullptr);
     instance.Restore(state);
@@ -310,8 +276,8 @@ TEST(Lv2Test, FactoryPresetsPlayAsThePresetFiles)
     direct.SetProgramChunk(Hosts::PresetAsProgram(std::string(VARNEL4_FACTORY_PRESETS) + "/Mastering/Gentle Smile.vn4m"));
     direct.Settle();
     instance.Reset();
-    const std::vector<std::vector<float>> input = Signal(4096, 11);
-    std::vector<std::vector<float>> viaLv2(2), expected(2);
+    const Channels input = Signal(4096, 11);
+    Channels viaLv2(2), expected(2);
     instance.Run(input, 0, 4096, viaLv2);
     RunDirect(direct, input, 0, 4096, expected);
     EXPECT_TRUE(viaLv2 == expected);
@@ -370,7 +336,7 @@ TEST_F(Lv2ToolsTest, ToolsListDescribeAndValidateIt)
 // lv2apply runs one frame at a time: so does the renderer here.
 TEST_F(Lv2ToolsTest, Lv2applyRendersAsTheOfflineRenderer)
 {
-    const std::vector<std::vector<float>> input = Signal(30000, 3);
+    const Channels input = Signal(30000, 3);
     std::vector<float> interleaved;
     for (int i = 0; i < 30000; ++i)
         interleaved.insert(interleaved.end(), {input[0][i], input[1][i]});

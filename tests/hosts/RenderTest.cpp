@@ -13,8 +13,10 @@
 #include <algorithm>
 #include <cmath>
 #include <fstream>
+#include <functional>
 #include <sstream>
 #include <thread>
+#include <tuple>
 
 #include <boost/algorithm/string/replace.hpp>
 #include <boost/filesystem.hpp>
@@ -28,21 +30,41 @@ namespace fs = boost::filesystem;
 struct Audio {
     int channels = 0;
     int rate = 0;
-    std::vector<float> samples;  // interleaved
-
-    long long Frames() const { return static_cast<long long>(samples.size()) / channels; }
+    std::vector<float> samples; // interleaved
 };
 
-void WriteAudio(const std::string& path, const Audio& audio, int format = SF_FORMAT_WAV | SF_FORMAT_FLOAT)
+// Writes `frames` that `fill` makes, interleaved, a block at a time: long inputs go straight
+// to the file, as a forked child's peak memory counts what the test process holds at the fork.
+void WriteAudio(const std::string& path, int channels, int rate, long long frames,
+                const std::function<void(float* block, long long from, long long count)>& fill, int format = SF_FORMAT_WAV | SF_FORMAT_FLOAT)
 {
-    SF_INFO info{};
-    info.channels = audio.channels;
-    info.samplerate = audio.rate;
-    info.format = format;
+    SF_INFO info{0, rate, channels, format, 0, 0};
     SNDFILE* file = sf_open(path.c_str(), SFM_WRITE, &info);
     ASSERT_NE(file, nullptr) << sf_strerror(nullptr);
-    sf_writef_float(file, audio.samples.data(), audio.Frames());
+    std::vector<float> block(static_cast<std::size_t>(4096 * channels));
+    for (long long done = 0; done < frames; done += 4096) {
+        const long long count = std::min<long long>(4096, frames - done);
+        fill(block.data(), done, count);
+        sf_writef_float(file, block.data(), count);
+    }
     sf_close(file);
+}
+
+// Noise and a tone per channel, from a fixed seed.
+void WriteTestSignal(const std::string& path, int channels, int rate, long long frames,
+                     int format = SF_FORMAT_WAV | SF_FORMAT_FLOAT)
+{
+    std::uint32_t state = 12345u;
+    WriteAudio(path, channels, rate, frames, [&](float* interleaved, long long from, long long count) {
+        for (long long i = 0; i < count; ++i) {
+            for (int c = 0; c < channels; ++c) {
+                state = state * 1664525u + 1013904223u;
+                const double noise = static_cast<double>(state >> 8) / double(1u << 24) - 0.5;
+                const double tone = std::sin(2.0 * M_PI * (220.0 + 330.0 * c) * static_cast<double>(from + i) / rate);
+                interleaved[i * channels + c] = static_cast<float>(0.2 * noise + 0.3 * tone);
+            }
+        }
+    }, format);
 }
 
 Audio ReadAudio(const std::string& path)
@@ -57,66 +79,11 @@ Audio ReadAudio(const std::string& path)
     return audio;
 }
 
-// Noise and a tone per channel, from a fixed seed, made a block at a time.
-class TestTone {
-public:
-    TestTone(int channels, int rate) : channels(channels), rate(rate) {}
-
-    void Fill(float* interleaved, long long frames)
-    {
-        for (long long i = 0; i < frames; ++i, ++frame) {
-            for (int c = 0; c < channels; ++c) {
-                state = state * 1664525u + 1013904223u;
-                const double noise = static_cast<double>(state >> 8) / double(1u << 24) - 0.5;
-                const double tone = std::sin(2.0 * M_PI * (220.0 + 330.0 * c) * static_cast<double>(frame) / rate);
-                interleaved[i * channels + c] = static_cast<float>(0.2 * noise + 0.3 * tone);
-            }
-        }
-    }
-
-private:
-    int channels;
-    int rate;
-    long long frame = 0;
-    std::uint32_t state = 12345u;
-};
-
-Audio TestSignal(int channels, int rate, long long frames)
-{
-    Audio audio{channels, rate, std::vector<float>(static_cast<std::size_t>(frames * channels))};
-    TestTone(channels, rate).Fill(audio.samples.data(), frames);
-    return audio;
-}
-
-// Long inputs go straight to the file: a forked child's peak memory counts what the test
-// process holds at the fork.
-void WriteTestSignal(const std::string& path, int channels, int rate, long long frames,
-                     int format = SF_FORMAT_WAV | SF_FORMAT_FLOAT)
-{
-    SF_INFO info{};
-    info.channels = channels;
-    info.samplerate = rate;
-    info.format = format;
-    SNDFILE* file = sf_open(path.c_str(), SFM_WRITE, &info);
-    ASSERT_NE(file, nullptr) << sf_strerror(nullptr);
-    TestTone tone(channels, rate);
-    std::vector<float> block(static_cast<std::size_t>(4096 * channels));
-    for (long long done = 0; done < frames; done += 4096) {
-        const long long count = std::min<long long>(4096, frames - done);
-        tone.Fill(block.data(), count);
-        sf_writef_float(file, block.data(), count);
-    }
-    sf_close(file);
-}
-
 long long FramesOf(const std::string& path)
 {
     SF_INFO info{};
     SNDFILE* file = sf_open(path.c_str(), SFM_READ, &info);
-    if (file == nullptr)
-        return -1;
-    sf_close(file);
-    return info.frames;
+    return file != nullptr && sf_close(file) == 0 ? info.frames : -1;
 }
 
 class RenderTest : public testing::Test {
@@ -143,25 +110,24 @@ protected:
 // the same preset, slot, channel mode and latency level.
 TEST_F(RenderTest, RendersEqualTheLibraryDrivenDirectly)
 {
-    struct Case {
-        int channels;
-        const char* level;
-        const char* levelIndex;
+    const auto setLatencyLevel = [](const char* index) {
+        ASSERT_TRUE(Platform::RegistryKey("Varnel4 Lin Phase EQ", "Orvane Studio", 0).WriteString("Main.LatencyLevel", index));
     };
-    const Case cases[] = {{2, "low", "0"}, {1, "low", "0"}, {2, "high", "2"}};
-    for (const Case& c : cases) {
-        SCOPED_TRACE(std::to_string(c.channels) + " channels, level " + c.level);
-        const Audio input = TestSignal(c.channels, 44100, 30000);
-        WriteAudio(Path("in.wav"), input);
+    // Channels, the renderer's latency level and the library's.
+    const std::tuple<int, const char*, const char*> cases[] = {{2, "low", "0"}, {1, "low", "0"}, {2, "high", "2"}};
+    for (const auto& [channels, level, levelIndex] : cases) {
+        SCOPED_TRACE(std::to_string(channels) + " channels, level " + level);
+        WriteTestSignal(Path("in.wav"), channels, 44100, 30000);
+        const Audio input = ReadAudio(Path("in.wav"));
         const ProgramRun run = Render({"in.wav", "-o", "out.wav", "--bits", "float", "-p", "Vocals/Presence Lift", "-s",
-                                       "Band 3 Gain=4.5", "-m", "ms", "-l", c.level, "-f"});
+                                       "Band 3 Gain=4.5", "-m", "ms", "-l", level, "-f"});
         ASSERT_EQ(run.code, 0) << run.err;
 
-        ASSERT_TRUE(Platform::RegistryKey("Varnel4 Lin Phase EQ", "Orvane Studio", 0).WriteString("Main.LatencyLevel", c.levelIndex));
+        setLatencyLevel(levelIndex);
         const LibraryCopy library;
         std::vector<float> expected(input.samples.size());
         {
-            Hosts::HostedProcess process(library.Acquire(), 44100.0f, 333, c.channels);
+            Hosts::HostedProcess process(library.Acquire(), 44100.0f, 333, channels);
             std::string preset = ReadFile(std::string(VARNEL4_FACTORY_PRESETS) + "/Vocals/Presence Lift.vn4m");
             boost::algorithm::replace_all(preset, "Preset", "Program");
             process.SetProgramChunk(preset);
@@ -170,24 +136,22 @@ TEST_F(RenderTest, RendersEqualTheLibraryDrivenDirectly)
             boost::algorithm::replace_all(state, "ChannelMode=\"L/R\"", "ChannelMode=\"M/S\"");
             process.SetProgramChunk(state);
             process.Settle();
-            std::vector<std::vector<float>> in(2, std::vector<float>(333)), out(in);
-            for (long long done = 0; done < input.Frames(); done += 333) {
-                const int count = static_cast<int>(std::min<long long>(333, input.Frames() - done));
-                for (int i = 0; i < count; ++i)
-                    for (int ch = 0; ch < c.channels; ++ch)
-                        in[ch][i] = input.samples[static_cast<std::size_t>((done + i) * c.channels + ch)];
-                float* inputs[2] = {in[0].data(), in[1].data()};
-                float* outputs[2] = {out[0].data(), out[1].data()};
+            std::vector<float> in[2] = {std::vector<float>(333), std::vector<float>(333)}, out[2] = {in[0], in[1]};
+            float* inputs[2] = {in[0].data(), in[1].data()};
+            float* outputs[2] = {out[0].data(), out[1].data()};
+            for (std::size_t done = 0; done < expected.size(); done += std::size_t(333 * channels)) {
+                const int count = std::min(333, static_cast<int>(expected.size() - done) / channels);
+                for (int s = 0; s < count * channels; ++s)
+                    in[s % channels][s / channels] = input.samples[done + std::size_t(s)];
                 process.Process(inputs, outputs, count);
-                for (int i = 0; i < count; ++i)
-                    for (int ch = 0; ch < c.channels; ++ch)
-                        expected[static_cast<std::size_t>((done + i) * c.channels + ch)] = out[ch][i];
+                for (int s = 0; s < count * channels; ++s)
+                    expected[done + std::size_t(s)] = out[s % channels][s / channels];
             }
         }
         library.Library().Release();
-        ASSERT_TRUE(Platform::RegistryKey("Varnel4 Lin Phase EQ", "Orvane Studio", 0).WriteString("Main.LatencyLevel", "0"));
+        setLatencyLevel("0");
         const Audio output = ReadAudio(Path("out.wav"));
-        EXPECT_EQ(output.channels, c.channels);
+        EXPECT_EQ(output.channels, channels);
         EXPECT_EQ(output.rate, 44100);
         EXPECT_TRUE(output.samples == expected) << "not sample for sample";
         EXPECT_NE(output.samples, input.samples) << "the settings were heard";
@@ -199,36 +163,33 @@ TEST_F(RenderTest, RendersEqualTheLibraryDrivenDirectly)
 TEST_F(RenderTest, AlignedOutputLinesUpWithTheInputInEveryLevel)
 {
     const int frames = 40000;
-    Audio input{2, 48000, std::vector<float>(2 * frames, 0.0f)};
-    for (const int at : {1000, frames - 10}) {  // impulses near both ends
-        input.samples[2 * at] = 0.9f;
-        input.samples[2 * at + 1] = -0.9f;
+    std::vector<float> input(2 * frames, 0.0f);
+    for (const int at : {1000, frames - 10}) { // impulses near both ends
+        input[2 * at] = 0.9f;
+        input[2 * at + 1] = -0.9f;
     }
-    for (int i = 5000; i < 30000; ++i) {
-        const float tone = static_cast<float>(0.5 * std::sin(2.0 * M_PI * 440.0 * i / 48000.0));
-        input.samples[2 * i] = tone;
-        input.samples[2 * i + 1] = tone;
-    }
-    WriteAudio(Path("in.wav"), input);
+    for (int i = 5000; i < 30000; ++i)
+        input[2 * i] = input[2 * i + 1] = static_cast<float>(0.5 * std::sin(2.0 * M_PI * 440.0 * i / 48000.0));
+    WriteAudio(Path("in.wav"), 2, 48000, frames,
+               [&](float* block, long long from, long long count) { std::copy_n(input.begin() + 2 * from, 2 * count, block); });
     for (const char* level : {"low", "mid", "high"}) {
         SCOPED_TRACE(level);
         const ProgramRun run = Render({"in.wav", "-o", "out.wav", "--bits", "float", "-l", level, "-a", "-f"});
         ASSERT_EQ(run.code, 0) << run.err;
-        const Audio output = ReadAudio(Path("out.wav"));
-        ASSERT_EQ(output.samples.size(), input.samples.size());
+        const std::vector<float> output = ReadAudio(Path("out.wav")).samples;
+        ASSERT_EQ(output.size(), input.size());
         if (std::string(level) == "low") {
-            EXPECT_TRUE(output.samples == input.samples);
+            EXPECT_TRUE(output == input);
             continue;
         }
         for (const int at : {1000, frames - 10}) {
-            const auto from = output.samples.begin() + 2 * (at - 50);
-            const auto to = output.samples.begin() + 2 * std::min(at + 50, frames);
+            const auto from = output.begin() + 2 * (at - 50), to = output.begin() + 2 * std::min(at + 50, frames);
             const auto peak = std::max_element(from, to, [](float a, float b) { return std::fabs(a) < std::fabs(b); });
-            EXPECT_EQ(peak - output.samples.begin(), 2 * at) << "the impulse at " << at;
+            EXPECT_EQ(peak - output.begin(), 2 * at) << "the impulse at " << at;
         }
         float worst = 0.0f;
         for (int i = 6000; i < 29000; ++i)
-            worst = std::max(worst, std::fabs(output.samples[2 * i] - input.samples[2 * i]));
+            worst = std::max(worst, std::fabs(output[2 * i] - input[2 * i]));
         EXPECT_LT(worst, 2e-3f) << "the tone in place";
     }
 }
@@ -262,18 +223,15 @@ TEST_F(RenderTest, ResponseFollowsTheBandsFormula)
 TEST_F(RenderTest, ABatchRendersEachFileAsAlone)
 {
     fs::create_directory(Path("batch"));
-    std::vector<std::string> arguments;
-    for (int i = 0; i < 3; ++i) {
-        WriteTestSignal(Path("in" + std::to_string(i) + ".wav"), 2, 48000, 20000 + 7000 * i);
-        arguments.push_back("in" + std::to_string(i) + ".wav");
-    }
-    const std::vector<std::string> settings = {"-p", "Mastering/Tilt Warm", "--bits", "float"};
+    const std::vector<std::string> names = {"in0.wav", "in1.wav", "in2.wav"}, settings = {"-p", "Mastering/Tilt Warm", "--bits", "float"};
+    for (int i = 0; i < 3; ++i)
+        WriteTestSignal(Path(names[i]), 2, 48000, 20000 + 7000 * i);
+    std::vector<std::string> arguments = names;
     arguments.insert(arguments.end(), settings.begin(), settings.end());
     arguments.insert(arguments.end(), {"-d", "batch", "-j", "3"});
     const ProgramRun batch = Render(arguments);
     ASSERT_EQ(batch.code, 0) << batch.err;
-    for (int i = 0; i < 3; ++i) {
-        const std::string name = "in" + std::to_string(i) + ".wav";
+    for (const std::string& name : names) {
         std::vector<std::string> alone = {name, "-o", "alone.wav", "-f"};
         alone.insert(alone.end(), settings.begin(), settings.end());
         ASSERT_EQ(Render(alone).code, 0);
@@ -306,13 +264,12 @@ TEST_F(RenderTest, TheDemoIsTheMainJob)
     }
     const Audio audio = ReadAudio(Path("varnel4-demo.wav"));
     EXPECT_EQ(audio.channels, 2);
-    EXPECT_EQ(audio.Frames(), 8 * 48000);
+    EXPECT_EQ(audio.samples.size(), 2u * 8 * 48000);
     const float peak = *std::max_element(audio.samples.begin(), audio.samples.end());
     EXPECT_GT(peak, 0.1f);
     EXPECT_LT(peak, 1.0f);
 
-    const ProgramRun slots = Render({"--list-slots"});
-    EXPECT_NE(slots.out.find("  36  OutputLevel"), std::string::npos) << slots.out;
+    EXPECT_NE(Render({"--list-slots"}).out.find("  36  OutputLevel"), std::string::npos);
     EXPECT_NE(Render({"--list-presets"}).out.find("Vocals/Air\n"), std::string::npos);
 }
 
@@ -326,12 +283,8 @@ TEST_F(RenderTest, ErrorsSayWhatIsWrongAndLeaveNoFile)
     folder.Write("existing.wav", "keep me");
     fs::create_directory(Path("locked"));
     fs::permissions(Path("locked"), fs::owner_read | fs::owner_exe);
-    struct Case {
-        std::vector<std::string> arguments;
-        int code;
-        const char* message;
-    };
-    const Case cases[] = {
+    // Arguments, exit code and message.
+    const std::tuple<std::vector<std::string>, int, const char*> cases[] = {
         {{"missing.wav", "-o", "out.wav"}, 3, "cannot read 'missing.wav'"},
         {{"noise.vn4m", "-o", "out.wav"}, 3, "cannot read 'noise.vn4m'"},
         {{"six.wav", "-o", "out.wav"}, 3, "has 6 channels"},
@@ -354,13 +307,13 @@ TEST_F(RenderTest, ErrorsSayWhatIsWrongAndLeaveNoFile)
         {{"in.wav", "-o", "nowhere/out.wav"}, 5, "cannot write in the folder of 'nowhere/out.wav'"},
     };
     const std::vector<std::string> before = Listing();
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.arguments.back());
-        if (geteuid() == 0 && c.arguments.back() == "locked/out.wav")
+    for (const auto& [arguments, code, message] : cases) {
+        SCOPED_TRACE(arguments.back());
+        if (geteuid() == 0 && arguments.back() == "locked/out.wav")
             continue;  // root writes anywhere
-        const ProgramRun run = Render(c.arguments);
-        EXPECT_EQ(run.code, c.code) << run.err;
-        EXPECT_NE(run.err.find(c.message), std::string::npos) << run.err;
+        const ProgramRun run = Render(arguments);
+        EXPECT_EQ(run.code, code) << run.err;
+        EXPECT_NE(run.err.find(message), std::string::npos) << run.err;
         EXPECT_EQ(Listing(), before);
     }
     EXPECT_EQ(ReadFile(Path("existing.wav")), "keep me");
@@ -369,21 +322,18 @@ TEST_F(RenderTest, ErrorsSayWhatIsWrongAndLeaveNoFile)
     // Stopped in the middle: no file, not even a partial one.
     WriteTestSignal(Path("long.wav"), 2, 48000, 120LL * 48000, SF_FORMAT_WAV | SF_FORMAT_PCM_16);
     const std::vector<std::string> withLong = Listing();
-    struct Watch {
-        std::string folder;
-    } watch{folder.Path()};
+    std::string where = folder.Path();
     const ProgramRun stopped = RunProgram(
         VARNEL4_RENDER_PATH, {"long.wav", "-o", "out.wav", "-l", "high"}, folder.Path(),
         [](int pid, void* context) {
             // Interrupt once the partial file is there.
-            const std::string& where = static_cast<Watch*>(context)->folder;
             for (bool partial = false; !partial; std::this_thread::sleep_for(std::chrono::milliseconds(10))) {
-                for (const auto& entry : fs::directory_iterator(where))
+                for (const auto& entry : fs::directory_iterator(*static_cast<std::string*>(context)))
                     partial = partial || entry.path().filename().string().rfind(".out.wav.", 0) == 0;
             }
             kill(pid, SIGINT);
         },
-        &watch);
+        &where);
     EXPECT_EQ(stopped.code, 130) << stopped.err;
     EXPECT_EQ(Listing(), withLong);
 }

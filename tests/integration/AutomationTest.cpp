@@ -3,16 +3,11 @@
 #include "tests/engine/dsp/EqOracle.h"
 #include "tests/integration/InstanceRunner.h"
 
-#include <tinyxml.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <cstdlib>
-#include <cstring>
 #include <thread>
-
-#include <gtest/gtest.h>
+#include <tuple>
 
 namespace OV::Testing {
 namespace {
@@ -48,28 +43,23 @@ std::vector<Slot> ExpectedSlots()
     return slots;
 }
 
-class AutomationTest : public testing::Test {
-protected:
-    void SetUp() override { setenv("XDG_CONFIG_HOME", config.Path().c_str(), 1); }
+std::string Text(void (*get)(HLA2Process*, int, char*, int), HLA2Process* process, int slot)
+{
+    char text[64] = "stale";
+    get(process, slot, text, sizeof text);
+    return text;
+}
 
-    static std::string Text(void (*get)(HLA2Process*, int, char*, int), HLA2Process* process, int slot)
-    {
-        char text[64] = "stale";
-        get(process, slot, text, sizeof text);
-        return text;
-    }
+// Waits (up to 10 s) until the host has been told `count` changes in all.
+std::vector<TestHost::Notification> AwaitNotifications(TestHost& host, std::size_t count)
+{
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (host.Notifications().size() < count && std::chrono::steady_clock::now() < deadline)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    return host.Notifications();
+}
 
-    // Waits (up to 10 s) until the host has been told `count` changes in all.
-    static std::vector<TestHost::Notification> AwaitNotifications(TestHost& host, std::size_t count)
-    {
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-        while (host.Notifications().size() < count && std::chrono::steady_clock::now() < deadline)
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        return host.Notifications();
-    }
-
-    ScratchFolder config;
-};
+using AutomationTest = InstanceFixture;
 
 TEST_F(AutomationTest, TheHostSeesTheSlotsAndIsToldTheirValues)
 {
@@ -94,59 +84,45 @@ TEST_F(AutomationTest, TheHostSeesTheSlotsAndIsToldTheirValues)
         EXPECT_NEAR(slot.normalised, told[std::size_t(i)].normalised, 1e-6);
     }
 
-    // Texts and conversions of values other than the present one.
-    struct Probe {
-        int slot;
-        float normalised;
-        const char* text;
-        float plain;
-    };
-    for (const Probe& probe : {Probe{0, 0.25f, "-7.50", -7.5f}, Probe{2, 0.5f, "On", 0.5f}, Probe{2, 0.49f, "Off", 0.49f},
-                               Probe{3, 0.5f, "2508.75", 2508.75f}, Probe{4, 0.5f, "2.00", 2.0f},
-                               Probe{1, 1.0f, "2.00", 2.0f}}) {
-        SCOPED_TRACE(probe.slot);
+    // Texts and conversions of values other than the present one: slot, normalised, text, plain.
+    const std::tuple<int, float, const char*, float> probes[] = {
+        {0, 0.25f, "-7.50", -7.5f}, {2, 0.5f, "On", 0.5f}, {2, 0.49f, "Off", 0.49f},
+        {3, 0.5f, "2508.75", 2508.75f}, {4, 0.5f, "2.00", 2.0f}, {1, 1.0f, "2.00", 2.0f}};
+    for (const auto& [slot, normalised, display, plain] : probes) {
         char text[64];
-        p->GetParameterDisplayFor(p, probe.slot, probe.normalised, text, sizeof text);
-        EXPECT_STREQ(probe.text, text);
-        EXPECT_NEAR(probe.normalised, p->ToNormalized(p, probe.slot, probe.plain), 1e-6);
+        p->GetParameterDisplayFor(p, slot, normalised, text, sizeof text);
+        EXPECT_STREQ(display, text) << slot;
+        EXPECT_NEAR(normalised, p->ToNormalized(p, slot, plain), 1e-6) << slot;
     }
 
     // Past the 37, slots have no target: up to 1023 they keep what the host writes, with an
     // empty display and the identity for ToNormalized; from 1024 on they read 0.
     for (const int slot : {slotCount, 500, 1023, 1024, 5000}) {
         SCOPED_TRACE(slot);
-        const float kept = slot < 1024 ? 0.25f : 0.0f;
         p->SetParameterValue(p, slot, 0.25f);
-        EXPECT_EQ(kept, p->GetParameterValue(p, slot));
+        EXPECT_EQ(slot < 1024 ? 0.25f : 0.0f, p->GetParameterValue(p, slot));
         p->SetParameterNormalized(p, slot, 0.5f);
         EXPECT_EQ(slot < 1024 ? 0.5f : 0.0f, p->GetParameterNormalized(p, slot));
         EXPECT_EQ(0.7f, p->ToNormalized(p, slot, 0.7f));
+        EXPECT_EQ("", Text(p->GetParameterDisplay, p, slot));
         char text[8] = "#######";
-        p->GetParameterDisplay(p, slot, text, sizeof text);
-        EXPECT_STREQ("", text);
-        std::strcpy(text, "#######");
         p->GetParameterDisplayFor(p, slot, 0.5f, text, sizeof text);
         EXPECT_STREQ("", text);
     }
 
     // The program carries the map: slot i on the equaliser's i-th target, by name.
-    TiXmlDocument program;
-    program.Parse(runner.GetProgramChunk().c_str());
-    const TiXmlElement* map = program.RootElement()->FirstChildElement("Automation");
-    ASSERT_NE(nullptr, map);
-    EXPECT_STREQ("37", map->Attribute("Slots"));
+    const std::string program = runner.GetProgramChunk();
+    TiXmlDocument parsed;
+    parsed.Parse(program.c_str());
+    auto map = AttributesOf(parsed.RootElement()->FirstChildElement("Automation"));
+    EXPECT_EQ("37", map["Slots"]);
     for (int i = 0; i < slotCount; ++i)
-        EXPECT_EQ(equaliserId + ":" + expected[std::size_t(i)].name, map->Attribute(("Slot" + std::to_string(i)).c_str()));
+        EXPECT_EQ(equaliserId + ":" + expected[std::size_t(i)].name, map["Slot" + std::to_string(i)]);
 
     // A program whose map swaps the first two slots: the host is told every slot anew, and slot
     // 0 now moves band 1's resonance.
-    TiXmlElement swapped(*map);
-    swapped.SetAttribute("Slot0", equaliserId + ":Band 1 LP/HP Resonance");
-    swapped.SetAttribute("Slot1", equaliserId + ":Band 1 Gain");
-    program.RootElement()->ReplaceChild(const_cast<TiXmlElement*>(map), swapped);
-    TiXmlPrinter printer;
-    program.Accept(&printer);
-    runner.SetProgramChunk(printer.Str());
+    const std::string resonance = equaliserId + ":Band 1 LP/HP Resonance", gain = equaliserId + ":Band 1 Gain";
+    runner.SetProgramChunk(Edited(program, {{"Slot0", resonance.c_str()}, {"Slot1", gain.c_str()}}, "Automation"));
     const auto retold = AwaitNotifications(runner.Host(), 2 * slotCount);
     ASSERT_EQ(std::size_t(2 * slotCount), retold.size());
     EXPECT_EQ("0.70", Text(p->GetParameterDisplay, p, 0));
@@ -195,14 +171,10 @@ TEST_F(AutomationTest, ASlotMovedFromTheAudioThreadIsHeardOnBothChannels)
 
     // Both channels follow the band's design.
     const Section peak = OracleSection(OraclePeak, 12.0, 1000.0, 0.7, 48000.0);
-    std::vector<float> impulse(8192, 0.0f);
-    impulse[0] = 0.25f;
-    runner.Run(std::vector<float>(8192, 0.0f), std::vector<float>(8192, 0.0f));
-    const auto out = runner.Run(impulse, impulse);
-    for (const auto& channel : out) {
-        const std::vector<float> response(channel.begin() + 4, channel.end());
+    runner.RunSilence(8192);
+    for (const auto& channel : runner.Run(Impulse(8192, 0.25f), Impulse(8192, 0.25f))) {
         for (double f : TestFrequencies(20))
-            EXPECT_NEAR(Db(0.25 * SectionMagnitude(peak, f, 48000.0)), Db(MeasuredMagnitude(response, f, 48000.0)), 0.01) << f;
+            EXPECT_NEAR(Db(0.25 * SectionMagnitude(peak, f, 48000.0)), Db(MeasuredMagnitude(Response(channel), f, 48000.0)), 0.01) << f;
     }
 }
 

@@ -1,15 +1,12 @@
 // The library as a host meets it: its exports, reference-counted start-up, the plug-in table.
 #include "platform/RegistryKey.h"
-#include "tests/support/TestHost.h"
-
-#include <cstdio>
-#include <cstdlib>
-#include <regex>
-#include <set>
+#include "tests/integration/InstanceRunner.h"
+#include "tests/support/RunProgram.h"
 
 #include <cstring>
-
-#include <gtest/gtest.h>
+#include <regex>
+#include <set>
+#include <sstream>
 
 namespace OV::Testing {
 namespace {
@@ -17,32 +14,15 @@ namespace {
 const char* const missingResPath
     = "Missing ResPath error: Please ensure this product has been installed properly\n";
 
-std::set<std::string> ExportedSymbols(const std::string& library)
-{
-    std::set<std::string> names;
-    FILE* pipe = popen(("nm -D --defined-only '" + library + "'").c_str(), "r");
-    if (pipe == nullptr)
-        return names;
-    char line[1024];
-    while (std::fgets(line, sizeof line, pipe) != nullptr) {
-        std::string text(line);
-        text.erase(text.find_last_not_of("\n") + 1);
-        names.insert(text.substr(text.rfind(' ') + 1));
-    }
-    pclose(pipe);
-    return names;
-}
-
-class EntryTest : public testing::Test {
-protected:
-    void SetUp() override { setenv("XDG_CONFIG_HOME", config.Path().c_str(), 1); }
-
-    ScratchFolder config;
-};
+using EntryTest = InstanceFixture;
 
 TEST_F(EntryTest, ExportsExactlyTheTwoEntryFunctions)
 {
-    EXPECT_EQ((std::set<std::string>{"HLA2Acquire", "HLA2Release"}), ExportedSymbols(BuiltLibraryPath()));
+    std::set<std::string> names;
+    std::istringstream lines(RunProgram("/usr/bin/nm", {"-D", "--defined-only", BuiltLibraryPath()}).out);
+    for (std::string line; std::getline(lines, line);)
+        names.insert(line.substr(line.rfind(' ') + 1));
+    EXPECT_EQ((std::set<std::string>{"HLA2Acquire", "HLA2Release"}), names);
 }
 
 TEST_F(EntryTest, WrongVersionIsRefusedSilently)
@@ -54,8 +34,7 @@ TEST_F(EntryTest, WrongVersionIsRefusedSilently)
         EXPECT_EQ(1234, out);
     }
     int out = 0;
-    HLA2PlugIn* plugIn = copy.Library().Acquire(6, &out);
-    EXPECT_NE(nullptr, plugIn);
+    EXPECT_NE(nullptr, copy.Library().Acquire(6, &out));
     EXPECT_EQ(6, out);
     copy.Library().Release();
 }
@@ -85,56 +64,42 @@ TEST_F(EntryTest, AcquiresAreCountedAndAThirdStartsAfresh)
     EXPECT_EQ("", CaptureStandardError([&] { copy.Library().Release(); })) << "a surplus release does nothing";
 }
 
-TEST_F(EntryTest, IndexedResourcePathsSilenceThePlainOne)
+// Indexed resource paths silence the plain one, and a fresh build finds its paths without set-up.
+TEST_F(EntryTest, StartUpFindsItsResourcePathsSilently)
 {
-    const LibraryCopy copy(false);
-    const Platform::RegistryKey key("Varnel4 Lin Phase EQ", "Orvane Studio", 0);
-    ASSERT_TRUE(key.WriteString("ResPath0", config.Path()));
-    ASSERT_TRUE(key.WriteString("ResPath1", config.Path() + "/missing"));
-    EXPECT_EQ("", CaptureStandardError([&] { ASSERT_NE(nullptr, copy.Acquire()); }));
-    copy.Library().Release();
+    for (const bool fresh : {true, false}) { // fresh first, before any path is written
+        const LibraryCopy copy(fresh);
+        const Platform::RegistryKey key("Varnel4 Lin Phase EQ", "Orvane Studio", 0);
+        ASSERT_TRUE(fresh || key.WriteString("ResPath0", config.Path()));
+        ASSERT_TRUE(fresh || key.WriteString("ResPath1", config.Path() + "/missing"));
+        EXPECT_EQ("", CaptureStandardError([&] { ASSERT_NE(nullptr, copy.Acquire()); })) << fresh;
+        copy.Library().Release();
+    }
 }
 
-TEST_F(EntryTest, FreshBuildFindsItsPathsWithoutSetUp)
-{
-    const LibraryCopy copy(true);
-    EXPECT_EQ("", CaptureStandardError([&] { ASSERT_NE(nullptr, copy.Acquire()); }));
-    copy.Library().Release();
-}
-
-TEST_F(EntryTest, VersionStringsComeWithoutTerminators)
+TEST_F(EntryTest, ThePlugInTableGivesItsVersionProcessesAndEditors)
 {
     const LibraryCopy copy;
     HLA2PlugIn* plugIn = copy.Acquire();
     ASSERT_NE(nullptr, plugIn);
-    char version[16];
-    char build[16];
+    // The strings come without terminators.
+    char version[16], build[16];
     std::memset(version, '~', sizeof version);
     std::memset(build, '~', sizeof build);
     plugIn->GetVersionStrings(plugIn, version, build);
     EXPECT_EQ("3.1.2~", std::string(version, 6));
-    const std::string code(build, 5);
-    EXPECT_TRUE(std::regex_match(code, std::regex("[0-9][A-L][0-3][0-9]~"))) << code;
+    EXPECT_TRUE(std::regex_match(std::string(build, 5), std::regex("[0-9][A-L][0-3][0-9]~"))) << std::string(build, 5);
     EXPECT_EQ(1, plugIn->GetProcessCount(plugIn));
-    copy.Library().Release();
-}
 
-TEST_F(EntryTest, ProcessesAndTheirEditors)
-{
-    const LibraryCopy copy;
-    HLA2PlugIn* plugIn = copy.Acquire();
-    ASSERT_NE(nullptr, plugIn);
     TestHost host;
     EXPECT_EQ(nullptr, plugIn->CreateProcess(plugIn, host.Callbacks(), 1));
     HLA2Process* process = plugIn->CreateProcess(plugIn, host.Callbacks(), 0);
     ASSERT_NE(nullptr, process);
-
     HLA2GUI* gui = plugIn->GetGUI(plugIn, process);
     ASSERT_NE(nullptr, gui);
     EXPECT_EQ(gui, plugIn->GetGUI(plugIn, process));
     EXPECT_EQ(process, gui->GetProcess(gui));
-    int width = 0;
-    int height = 0;
+    int width = 0, height = 0;
     gui->GetSize(gui, &width, &height);
     EXPECT_EQ(100, width);
     EXPECT_EQ(100, height);
@@ -152,7 +117,6 @@ TEST_F(EntryTest, ProcessesAndTheirEditors)
     EXPECT_EQ(audio, plugIn->GetPlugInAudio(plugIn));
     audio->NotifyAudioOn(audio);
     audio->NotifyAudioOff(audio);
-
     plugIn->DestroyProcess(plugIn, process);
     copy.Library().Release();
 }

@@ -1,6 +1,11 @@
 #include "tests/integration/InstanceRunner.h"
 
+#include "platform/RegistryKey.h"
+
 #include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <functional>
 #include <stdexcept>
 
 namespace OV::Testing {
@@ -39,28 +44,72 @@ std::vector<std::vector<float>> InstanceRunner::Run(const std::vector<float>& le
     return out;
 }
 
-std::string InstanceRunner::GetProgramChunk()
+std::string InstanceRunner::Chunk(int (*get)(HLA2Process*, void**))
 {
     void* text = nullptr;
-    const int size = process->GetProgramChunk(process, &text);
+    const int size = get(process, &text);
     return std::string(static_cast<const char*>(text), static_cast<std::size_t>(size));
 }
 
-std::string InstanceRunner::GetBankChunk()
+void InstanceRunner::EditProgram(AttributeEdits edits) { SetProgramChunk(Edited(GetProgramChunk(), edits)); }
+
+std::string Edited(const std::string& chunk, AttributeEdits edits, const char* name)
 {
-    void* text = nullptr;
-    const int size = process->GetBankChunk(process, &text);
-    return std::string(static_cast<const char*>(text), static_cast<std::size_t>(size));
+    TiXmlDocument document;
+    document.Parse(chunk.c_str());
+    std::function<void(TiXmlElement*)> walk = [&](TiXmlElement* element) {
+        for (; element != nullptr; element = element->NextSiblingElement()) {
+            for (const auto& [attribute, value] : edits)
+                if (std::string(element->Value()) == name)
+                    value != nullptr ? element->SetAttribute(attribute, value) : element->RemoveAttribute(attribute);
+            walk(element->FirstChildElement());
+        }
+    };
+    walk(document.RootElement());
+    TiXmlPrinter printer;
+    document.Accept(&printer);
+    return printer.Str();
 }
 
-void InstanceRunner::SetProgramChunk(const std::string& text)
+std::map<std::string, std::string> AttributesOf(const TiXmlElement* element)
 {
-    process->SetProgramChunk(process, text.c_str(), static_cast<int>(text.size()));
+    std::map<std::string, std::string> values;
+    for (auto* a = element != nullptr ? element->FirstAttribute() : nullptr; a != nullptr; a = a->Next())
+        values[a->Name()] = a->Value();
+    return values;
 }
 
-void InstanceRunner::SetBankChunk(const std::string& text)
+std::map<std::string, std::string> ModuleOf(const std::string& chunk)
 {
-    process->SetBankChunk(process, text.c_str(), static_cast<int>(text.size()));
+    TiXmlDocument document;
+    document.Parse(chunk.c_str());
+    const TiXmlHandle slot = TiXmlHandle(&document).FirstChildElement().FirstChildElement("Slot0");
+    return AttributesOf(slot.FirstChildElement("Module").ToElement());
+}
+
+std::vector<float> Noise(std::size_t frames, std::uint32_t seed)
+{
+    std::vector<float> noise(frames);
+    for (float& x : noise) {
+        seed = seed * 1664525u + 1013904223u;
+        x = static_cast<float>(seed >> 8) / float(1u << 24) - 0.5f;
+    }
+    return noise;
+}
+
+std::vector<float> Impulse(std::size_t frames, float height)
+{
+    std::vector<float> impulse(frames, 0.0f);
+    impulse[0] = height;
+    return impulse;
+}
+
+void InstanceFixture::SetUp() { setenv("XDG_CONFIG_HOME", config.Path().c_str(), 1); }
+
+void InstanceFixture::SetLatencyLevel(int level)
+{
+    ASSERT_TRUE(Platform::RegistryKey("Varnel4 Lin Phase EQ", "Orvane Studio", 0)
+                    .WriteString("Main.LatencyLevel", std::to_string(level)));
 }
 
 }  // namespace OV::Testing

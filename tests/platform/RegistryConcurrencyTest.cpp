@@ -58,6 +58,23 @@ int Reader(const std::string& file, const std::string& stopFile)
     return parsed > 0 ? 0 : 5;
 }
 
+// Runs `child` in a process of its own, which exits with what it returns.
+template <typename Child>
+pid_t Start(Child child)
+{
+    const pid_t pid = fork();
+    if (pid == 0)
+        _exit(child());
+    return pid;
+}
+
+// The exit code of a child process, or -1 when it did not exit of itself.
+int ExitCode(pid_t child)
+{
+    int status = 0;
+    return waitpid(child, &status, 0) == child && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
 TEST(RegistryConcurrencyTest, TwoWritingProcessesLoseNothing)
 {
     const Testing::ScratchFolder config;
@@ -65,27 +82,12 @@ TEST(RegistryConcurrencyTest, TwoWritingProcessesLoseNothing)
     const std::string file = RegistryStore::ForCurrentUser().KeyFile(1, {"SOFTWARE", "Maker", "Shared"});
     const std::string stopFile = config.Path() + "/stop";
 
-    const pid_t reader = fork();
+    const pid_t reader = Start([&] { return Reader(file, stopFile); });
     ASSERT_GE(reader, 0);
-    if (reader == 0)
-        _exit(Reader(file, stopFile));
-    pid_t writers[2];
-    for (int self = 0; self < 2; ++self) {
-        writers[self] = fork();
-        ASSERT_GE(writers[self], 0);
-        if (writers[self] == 0)
-            _exit(Writer(self));
-    }
-    for (pid_t writer : writers) {
-        int status = 0;
-        ASSERT_EQ(writer, waitpid(writer, &status, 0));
-        EXPECT_TRUE(WIFEXITED(status));
-        EXPECT_EQ(0, WEXITSTATUS(status)) << "1 write failed, 2 own value lost, 3 other value went back";
-    }
+    for (const pid_t writer : {Start([] { return Writer(0); }), Start([] { return Writer(1); })})
+        EXPECT_EQ(0, ExitCode(writer)) << "1 write failed, 2 own value lost, 3 other value went back";
     config.Write("stop", "");
-    int status = 0;
-    ASSERT_EQ(reader, waitpid(reader, &status, 0));
-    EXPECT_EQ(0, WEXITSTATUS(status)) << "4 a torn file was read, 5 nothing was read";
+    EXPECT_EQ(0, ExitCode(reader)) << "4 a torn file was read, 5 nothing was read";
 
     const RegistryKey key("Shared", "Maker", 1);
     for (const char* name : {"Writer0", "Writer1"}) {

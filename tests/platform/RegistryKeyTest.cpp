@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <tuple>
 
 #include <boost/filesystem.hpp>
 #include <gtest/gtest.h>
@@ -30,25 +31,21 @@ protected:
 
 TEST_F(RegistryKeyTest, ValuesRoundTripByTypeAndHive)
 {
-    const RegistryKey machine("Product", "Maker", 0);
-    const RegistryKey user("Product", "Maker", 1);
-    const std::string awkward = "line one\nline \"two\" <&> \t 'three'  ";
-
-    ASSERT_TRUE(machine.WriteString("Text", awkward));
+    const RegistryKey machine("Product", "Maker", 0), user("Product", "Maker", 1);
+    const std::tuple<const RegistryKey*, const char*, std::string> texts[] = {
+        {&machine, "Text", "line one\nline \"two\" <&> \t 'three'  "}, {&user, "Text", "user value"}, {&machine, "Empty", ""}};
+    for (const auto& [key, name, value] : texts)
+        ASSERT_TRUE(key->WriteString(name, value));
     ASSERT_TRUE(machine.WriteNumber("Count", 4000000000u));
-    ASSERT_TRUE(user.WriteString("Text", "user value"));
-    ASSERT_TRUE(machine.WriteString("Empty", ""));
 
     std::string text;
     std::uint32_t number = 0;
-    EXPECT_TRUE(machine.ReadString("Text", text));
-    EXPECT_EQ(awkward, text);
+    for (const auto& [key, name, value] : texts) {
+        EXPECT_TRUE(key->ReadString(name, text));
+        EXPECT_EQ(value, text);
+    }
     EXPECT_TRUE(machine.ReadNumber("Count", number));
     EXPECT_EQ(4000000000u, number);
-    EXPECT_TRUE(user.ReadString("Text", text));
-    EXPECT_EQ("user value", text);
-    EXPECT_TRUE(machine.ReadString("Empty", text));
-    EXPECT_EQ("", text);
 
     // Each hive and key is a file of its own under the XDG config folder.
     EXPECT_TRUE(boost::filesystem::exists(KeyFile(0, "Product")));
@@ -138,15 +135,14 @@ TEST_F(RegistryKeyTest, MachineDefaultsFillWhatTheUserStoreLacks)
 
     const RegistryStore store(config.Path() + "/store", {shipped.Path() + "/missing.xml", defaults});
     const std::vector<std::string> key = {"SOFTWARE", "Maker", "Product"};
-    std::optional<RegistryValue> value = store.Read(0, key, "Path");
-    ASSERT_TRUE(value);
-    EXPECT_EQ(data.Path() + "/presets", value->text);
-    value = store.Read(0, key, "Home");
-    ASSERT_TRUE(value);
-    EXPECT_EQ("$HOMELESS/x", value->text) << "only whole variable names expand";
-    value = store.Read(0, key, "Level");
-    ASSERT_TRUE(value);
-    EXPECT_EQ(3u, value->number);
+    for (const auto& [name, text] : {std::pair{"Path", data.Path() + "/presets"}, {"Home", "$HOMELESS/x"}}) {
+        const std::optional<RegistryValue> value = store.Read(0, key, name);
+        ASSERT_TRUE(value) << name;
+        EXPECT_EQ(text, value->text) << "only whole variable names expand";
+    }
+    const std::optional<RegistryValue> level = store.Read(0, key, "Level");
+    ASSERT_TRUE(level);
+    EXPECT_EQ(3u, level->number);
     EXPECT_FALSE(store.Read(0, key, "Broken"));
     EXPECT_FALSE(store.Read(1, {"SOFTWARE", "Maker", "Other"}, "Path"));
 

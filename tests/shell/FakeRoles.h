@@ -3,22 +3,23 @@
 // Roles of a component made for the shell's tests: each records what reached it.
 #include "docview/interfaces/Audio.h"
 #include "docview/interfaces/Automation.h"
-#include "docview/utils/BasicDocument.h"
-#include "docview/utils/BasicDocumentProfile.h"
 #include "docview/interfaces/Programs.h"
 #include "docview/utils/BasicComponent.h"
 #include "docview/utils/BasicComponentProfile.h"
+#include "docview/utils/BasicDocument.h"
+#include "docview/utils/BasicDocumentProfile.h"
 
 #include <tinyxml.h>
 
-#include <functional>
 #include <vector>
 
 namespace OV::Testing {
 
+// Renders out0 = 2 * in0 and out1 = -3 * in1 (-3 * in0 with one input); counts stops in
+// `stops`, which outlives the role.
 class FakeAudio : public CFW::DocView::Audio, public CFW::DocView::AudioProfile {
 public:
-    FakeAudio(int inputs, int outputs) : inputs(inputs), outputs(outputs) {}
+    FakeAudio(int inputs, int outputs, int* stops) : inputs(inputs), outputs(outputs), stops(stops) {}
 
     const AudioProfile* GetProfile() const override { return this; }
     int GetInputCount() const override { return inputs; }
@@ -29,36 +30,29 @@ public:
     void Process(float** in, float** out, int frames, void*) override
     {
         seenInputs.assign(in, in + 2);
-        seenOutputs.assign(out, out + 2);
         seenFrames.push_back(frames);
-        if (render)
-            render(in, out, frames);
+        for (int i = 0; i < frames; ++i) {
+            const float first = in[0][i], second = inputs > 1 ? in[1][i] : first;
+            out[0][i] = 2.0f * first;
+            if (outputs > 1)
+                out[1][i] = -3.0f * second;
+        }
     }
     int GetLatency() override { return 123; }
-    void Stop() override
-    {
-        ++stops;
-        if (stopCounter != nullptr)
-            ++*stopCounter;
-    }
+    void Stop() override { ++*stops; }
 
-    int inputs;
-    int outputs;
+    int inputs, outputs;
+    int* stops;
     std::vector<unsigned> blockSizes;
-    std::vector<float> rates;
-    std::vector<float> tempos;
+    std::vector<float> rates, tempos;
     std::vector<float*> seenInputs;
-    std::vector<float*> seenOutputs;
     std::vector<int> seenFrames;
-    int stops = 0;
-    int* stopCounter = nullptr; // outlives the role
-    std::function<void(float**, float**, int)> render;
 };
 
 // A document without rows that records the tempo and flag it is given.
 class FakeDocument : public CFW::DocViewUtils::BasicDocument {
 public:
-    FakeDocument() : BasicDocument(&EmptyProfile(), nullptr) {}
+    FakeDocument() : BasicDocument(&profile, nullptr) {}
 
     bool QueueSetBPM(float bpm, int source) override
     {
@@ -73,13 +67,11 @@ public:
     std::vector<bool> hostFlags;
 
 private:
-    static const CFW::DocViewUtils::BasicDocumentProfile& EmptyProfile()
-    {
-        static const CFW::DocViewUtils::BasicDocumentProfile profile;
-        return profile;
-    }
+    static inline const CFW::DocViewUtils::BasicDocumentProfile profile;
 };
 
+// Three slots whose texts and values follow from the slot number; queues are recorded, and
+// slot 2 refuses normalised values.
 class FakeAutomation : public CFW::DocView::Automation, public CFW::DocView::AutomationProfile {
 public:
     const AutomationProfile* GetProfile() const override { return this; }
@@ -87,11 +79,7 @@ public:
     int GetSlotCount() const override { return 3; }
     std::string GetSlotName(int slot) const override { return "Slot number " + std::to_string(slot); }
     std::string GetSlotShortName(int slot) const override { return "S" + std::to_string(slot); }
-    void SetListener(Listener* value) override
-    {
-        listener = value;
-        ++listenerSets;
-    }
+    void SetListener(Listener* value) override { listener = value, ++listenerSets; }
     Listener* GetListener() const override { return listener; }
     void GetDisplay(std::string& text, int slot) override { text = "display " + std::to_string(slot); }
     void GetDisplayFor(std::string& text, int slot, float plain) override
@@ -103,16 +91,8 @@ public:
     float GetNormalized(int slot) override { return 0.25f * static_cast<float>(slot); }
     void SetValue(int, float) override {}
     void SetNormalized(int, float) override {}
-    bool QueueValue(int slot, float plain) override
-    {
-        queued.push_back({slot, plain});
-        return true;
-    }
-    bool QueueNormalized(int slot, float normalised) override
-    {
-        queued.push_back({slot, normalised});
-        return slot != 2;
-    }
+    bool QueueValue(int slot, float plain) override { return queued.push_back({slot, plain}), true; }
+    bool QueueNormalized(int slot, float normalised) override { return queued.push_back({slot, normalised}), slot != 2; }
 
     std::string name = "Automation";
     Listener* listener = nullptr;
@@ -120,7 +100,7 @@ public:
     std::vector<std::pair<int, float>> queued;
 };
 
-// Programs kept as the XML they were given.
+// Two programs kept as the XML they were given; loads counted.
 class FakePrograms : public CFW::DocView::Programs, public CFW::DocView::ProgramsProfile {
 public:
     FakePrograms() : elements(2, TiXmlElement("Program")), names{"First", "Second"}
@@ -144,11 +124,8 @@ public:
     void LoadBank(const TiXmlElement& element) override
     {
         ++loads;
-        if (std::string(element.Value()) != "Bank")
-            return;
-        int index = 0;
-        for (const TiXmlElement* child = element.FirstChildElement("Program"); child && index < 2;
-             child = child->NextSiblingElement("Program"))
+        const TiXmlElement* child = std::string(element.Value()) == "Bank" ? element.FirstChildElement("Program") : nullptr;
+        for (int index = 0; child != nullptr && index < 2; child = child->NextSiblingElement("Program"))
             elements[index++] = *child;
     }
     void SaveBank(TiXmlElement& element) override
@@ -165,11 +142,10 @@ public:
     std::vector<std::string> names;
 };
 
-// A component offering whichever of the roles it is given.
+// A component offering whichever of the roles it is given, and owning them.
 class FakeComponent : public CFW::DocViewUtils::BasicComponent {
 public:
-    explicit FakeComponent(std::vector<CFW::DocView::Interface*> roles)
-        : BasicComponent(&Profile()), owned(roles.begin(), roles.end())
+    explicit FakeComponent(std::vector<CFW::DocView::Interface*> roles) : BasicComponent(&profile), owned(roles)
     {
         for (CFW::DocView::Interface* role : roles)
             AddInterface(role);
@@ -181,15 +157,7 @@ public:
     }
 
 private:
-    struct FakeProfile : CFW::DocViewUtils::BasicComponentProfile {
-        FakeProfile() : BasicComponentProfile({1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}}, "Fake Component") {}
-    };
-    static FakeProfile& Profile()
-    {
-        static FakeProfile profile;
-        return profile;
-    }
-
+    static inline const CFW::DocViewUtils::BasicComponentProfile profile{{1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}}, "Fake Component"};
     std::vector<CFW::DocView::Interface*> owned;
 };
 

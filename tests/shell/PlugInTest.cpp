@@ -54,62 +54,43 @@ protected:
         ASSERT_TRUE(Platform::RegistryKey("Test Product", "Orvane Studio", 0).WriteString(name, value));
     }
 
-    std::list<std::string> SearchPaths(PlugIn& plugIn)
-    {
-        return plugIn.GetResources()->getProvider().searchPathList();
-    }
-
     ScratchFolder config;
     ScratchFolder folders;
     std::vector<std::string> messages;
 };
 
-TEST_F(PlugInTest, IndexedResourcePathsComeFirstAndTheLastIsSearchedFirst)
+// Each start-up reads the paths anew. The indexed ones come first, the last searched first, and
+// stop at the first gap; the plain one counts only without them; a missing path is told once.
+TEST_F(PlugInTest, EachStartUpReadsTheResourcePathsAndAFailedOneLeavesNothing)
 {
-    SetPath("ResPath0", folders.Path() + "/zero");
-    SetPath("ResPath1", folders.Path() + "/one");
-    SetPath("ResPath3", folders.Path() + "/three");
-    SetPath("ResPath", folders.Path() + "/plain");
+    const std::string at = folders.Path();
     for (const char* name : {"zero/x", "one/x", "three/x", "plain/x"})
         folders.Write(name, "");
-
+    struct Case {
+        std::vector<std::pair<const char*, std::string>> written;
+        std::list<std::string> searched;
+        std::vector<std::string> told;
+    };
+    const Case cases[] = {
+        {{}, {}, {"Missing ResPath error: Please ensure this product has been installed properly"}},
+        {{{"ResPath", at + "/plain"}}, {at + "/plain"}, {}},
+        {{{"ResPath0", at + "/zero"}, {"ResPath1", at + "/one"}, {"ResPath3", at + "/three"}}, {at + "/one", at + "/zero"}, {}},
+    };
     FakeConfig config;
     PlugIn plugIn(config);
-    ASSERT_TRUE(plugIn.StartUp());
-    EXPECT_EQ((std::list<std::string>{folders.Path() + "/one", folders.Path() + "/zero"}), SearchPaths(plugIn))
-        << "the indices stop at the first gap, and the plain path is not read";
-    EXPECT_TRUE(messages.empty());
-    plugIn.TearDown();
-    EXPECT_EQ(1, config.finalised);
-}
-
-TEST_F(PlugInTest, MissingResourcePathIsToldOnceAndStartUpGoesOn)
-{
-    FakeConfig config;
-    PlugIn plugIn(config);
-    ASSERT_TRUE(plugIn.StartUp());
-    EXPECT_EQ(std::vector<std::string>{"Missing ResPath error: Please ensure this product has been installed properly"},
-              messages);
-    EXPECT_TRUE(SearchPaths(plugIn).empty());
-    plugIn.TearDown();
-
-    SetPath("ResPath", folders.Path());
-    messages.clear();
-    ASSERT_TRUE(plugIn.StartUp());
-    EXPECT_TRUE(messages.empty());
-    EXPECT_EQ(std::list<std::string>{folders.Path()}, SearchPaths(plugIn));
-    plugIn.TearDown();
-}
-
-TEST_F(PlugInTest, FailedInitialiseLeavesNothingBehind)
-{
-    SetPath("ResPath", folders.Path());
-    FakeConfig config;
+    for (const auto& [written, searched, told] : cases) {
+        for (const auto& [name, value] : written)
+            SetPath(name, value);
+        messages.clear();
+        ASSERT_TRUE(plugIn.StartUp());
+        EXPECT_EQ(searched, plugIn.GetResources()->getProvider().searchPathList());
+        EXPECT_EQ(told, messages);
+        plugIn.TearDown();
+    }
     config.succeed = false;
-    PlugIn plugIn(config);
     EXPECT_FALSE(plugIn.StartUp());
     EXPECT_EQ(nullptr, plugIn.GetResources());
-    EXPECT_EQ(0, config.finalised);
+    EXPECT_EQ(3, config.finalised) << "a failed start-up is not finalised";
 }
 
 TEST_F(PlugInTest, ProcessesAndEditorsAreKeptInTheMap)

@@ -14,36 +14,25 @@ namespace {
 
 using CFW::HLAFramework::Process;
 
-// out0 = 2 * in0; out1 = -3 * in1 (or -3 * in0 for a mono input).
-void Render(float** in, float** out, int frames, int inputs, int outputs)
-{
-    for (int i = 0; i < frames; ++i) {
-        const float first = in[0][i];
-        const float second = inputs > 1 ? in[1][i] : first;
-        out[0][i] = 2.0f * first;
-        if (outputs > 1)
-            out[1][i] = -3.0f * second;
-    }
-}
-
+// A process over an audio role (FakeAudio's arithmetic) and, unless told not, a document.
 struct Fixture {
-    Fixture(int engineInputs, int engineOutputs, bool withDocument = true)
-        : audio(new FakeAudio(engineInputs, engineOutputs)), document(withDocument ? new FakeDocument : nullptr)
+    explicit Fixture(int engineInputs = 2, int engineOutputs = 2, int* stopCounter = nullptr)
+        : audio(new FakeAudio(engineInputs, engineOutputs, stopCounter != nullptr ? stopCounter : &stops)),
+          process(host.Callbacks(), new FakeComponent({audio, document}), 0, 2, 2), table(HLA2::Process::ToTable(&process))
     {
-        audio->render = [=](float** in, float** out, int frames) {
-            Render(in, out, frames, engineInputs, engineOutputs);
-        };
-        std::vector<CFW::DocView::Interface*> roles = {audio};
-        if (document != nullptr)
-            roles.push_back(document);
-        process = std::make_unique<Process>(host.Callbacks(), new FakeComponent(roles), 0, 2, 2);
-        table = HLA2::Process::ToTable(process.get());
+    }
+    void SetUp(unsigned block, int hostInputs, int hostOutputs)
+    {
+        table->SetBlockSize(table, block);
+        table->SetHostInputCount(table, hostInputs);
+        table->SetHostOutputCount(table, hostOutputs);
     }
 
     TestHost host;
+    int stops = 0;
     FakeAudio* audio;
-    FakeDocument* document;
-    std::unique_ptr<Process> process;
+    FakeDocument* document = new FakeDocument;
+    Process process;
     HLA2Process* table;
 };
 
@@ -68,10 +57,7 @@ TEST(ProcessAudioTest, ChannelsFoldBetweenOneAndTwo)
         SCOPED_TRACE(testing::Message() << "engine " << c.engineIn << "/" << c.engineOut << ", host "
                                         << c.hostIn << "/" << c.hostOut);
         Fixture f(c.engineIn, c.engineOut);
-        f.table->SetBlockSize(f.table, frames);
-        f.table->SetHostInputCount(f.table, c.hostIn);
-        f.table->SetHostOutputCount(f.table, c.hostOut);
-
+        f.SetUp(frames, c.hostIn, c.hostOut);
         std::vector<float> inL(frames), inR(frames), outL(frames, 99.0f), outR(frames, 99.0f);
         for (int i = 0; i < frames; ++i) {
             inL[i] = std::sin(0.3f * static_cast<float>(i));
@@ -89,23 +75,16 @@ TEST(ProcessAudioTest, ChannelsFoldBetweenOneAndTwo)
         for (int i = 0; i < frames; ++i) {
             const float r = c.hostIn > 1 ? inR[i] : inL[i];
             EXPECT_EQ(c.out0(inL[i], r), outL[i]) << i;
-            if (c.out1 != nullptr)
-                EXPECT_EQ(c.out1(inL[i], r), outR[i]) << i;
-            else
-                EXPECT_EQ(99.0f, outR[i]) << "an unused host channel stays as it was";
+            EXPECT_EQ(c.out1 != nullptr ? c.out1(inL[i], r) : 99.0f, outR[i]) << i << " (an unused host channel stays as it was)";
         }
     }
 }
 
 TEST(ProcessAudioTest, LongerBlocksThanAnnouncedFoldInPieces)
 {
-    Fixture f(2, 2);
-    f.table->SetBlockSize(f.table, 4);
-    f.table->SetHostInputCount(f.table, 1);
-    f.table->SetHostOutputCount(f.table, 1);
-    std::vector<float> in(10), out(10);
-    for (int i = 0; i < 10; ++i)
-        in[i] = static_cast<float>(i + 1);
+    Fixture f;
+    f.SetUp(4, 1, 1);
+    std::vector<float> in = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}, out(10);
     float* inputs[1] = {in.data()};
     float* outputs[1] = {out.data()};
     f.table->ProcessSeparate(f.table, inputs, outputs, 10, nullptr);
@@ -114,29 +93,21 @@ TEST(ProcessAudioTest, LongerBlocksThanAnnouncedFoldInPieces)
         EXPECT_EQ(-0.5f * in[i], out[i]);
 }
 
-TEST(ProcessAudioTest, HostWithoutChannelCountsGetsBuffersBack)
+TEST(ProcessAudioTest, ProcessReplacingWorksInPlaceOnceTheHostGaveBothChannelCounts)
 {
-    Fixture f(2, 2);
-    f.table->SetBlockSize(f.table, 8);
-    std::vector<float> left(8, 1.0f), right(8, 2.0f);
-    float* channels[2] = {left.data(), right.data()};
-    f.table->ProcessReplacing(f.table, channels, 8, nullptr);
-    f.table->SetHostInputCount(f.table, 2);
-    f.table->ProcessReplacing(f.table, channels, 8, nullptr);
-    EXPECT_TRUE(f.audio->seenFrames.empty());
-    EXPECT_EQ(std::vector<float>(8, 1.0f), left);
-    EXPECT_EQ(std::vector<float>(8, 2.0f), right);
-    EXPECT_EQ(2u, f.audio->tempos.size()) << "the tempo step runs all the same";
-}
-
-TEST(ProcessAudioTest, ProcessReplacingWorksInPlace)
-{
-    Fixture f(2, 2);
+    Fixture f;
     f.table->SetBlockSize(f.table, 3);
-    f.table->SetHostInputCount(f.table, 2);
-    f.table->SetHostOutputCount(f.table, 2);
     std::vector<float> left = {1, 2, 3}, right = {4, 5, 6};
     float* channels[2] = {left.data(), right.data()};
+    f.table->ProcessReplacing(f.table, channels, 3, nullptr);
+    f.table->SetHostInputCount(f.table, 2);
+    f.table->ProcessReplacing(f.table, channels, 3, nullptr);
+    EXPECT_TRUE(f.audio->seenFrames.empty()) << "without both counts the host gets its buffers back";
+    EXPECT_EQ((std::vector<float>{1, 2, 3}), left);
+    EXPECT_EQ((std::vector<float>{4, 5, 6}), right);
+    EXPECT_EQ(2u, f.audio->tempos.size()) << "the tempo step runs all the same";
+
+    f.table->SetHostOutputCount(f.table, 2);
     f.table->ProcessReplacing(f.table, channels, 3, nullptr);
     EXPECT_EQ((std::vector<float>{2, 4, 6}), left);
     EXPECT_EQ((std::vector<float>{-12, -15, -18}), right);
@@ -144,19 +115,17 @@ TEST(ProcessAudioTest, ProcessReplacingWorksInPlace)
 
 TEST(ProcessAudioTest, TempoIsQueuedOnlyWhenItChanges)
 {
-    Fixture f(2, 2);
+    Fixture f;
     const float nan = std::nanf("");
-    struct Step {
-        float tempo;
-        bool queued;
-    };
-    // The first block always queues, since the last tempo starts at -1; NaN never equals.
-    const Step steps[] = {{120, true}, {120, false}, {90.5f, true}, {nan, true}, {nan, true}, {90.5f, true}, {90.5f, false}};
+    // Tempo and whether it is queued. The first block always queues, since the last tempo
+    // starts at -1; NaN never equals.
+    const std::pair<float, bool> steps[] = {{120, true}, {120, false}, {90.5f, true}, {nan, true},
+                                            {nan, true}, {90.5f, true}, {90.5f, false}};
     std::size_t expected = 0;
-    for (const Step& step : steps) {
-        f.host.SetTempo(step.tempo);
+    for (const auto& [tempo, queued] : steps) {
+        f.host.SetTempo(tempo);
         f.table->ProcessSeparate(f.table, nullptr, nullptr, 0, nullptr);
-        expected += step.queued ? 1 : 0;
+        expected += queued ? 1 : 0;
         ASSERT_EQ(expected, f.document->queuedTempos.size());
     }
     EXPECT_EQ(120.0f, f.document->queuedTempos[0]);
@@ -167,7 +136,7 @@ TEST(ProcessAudioTest, TempoIsQueuedOnlyWhenItChanges)
 
 TEST(ProcessAudioTest, BlocksLeaveFlushToZeroAndDenormalsAreZeroSet)
 {
-    Fixture f(2, 2);
+    Fixture f;
     const unsigned saved = _mm_getcsr();
     _mm_setcsr(saved & ~0x8040u);
     f.table->ProcessSeparate(f.table, nullptr, nullptr, 0, nullptr);
@@ -176,33 +145,25 @@ TEST(ProcessAudioTest, BlocksLeaveFlushToZeroAndDenormalsAreZeroSet)
     EXPECT_EQ(0x8040u, after & 0x8040u);
 }
 
-TEST(ProcessAudioTest, BlockSizeAndRateReachTheAudioRoleOnce)
+TEST(ProcessAudioTest, SettingsReachTheAudioRoleOnceAndSuspendStopsItOnlyAfterResume)
 {
-    Fixture f(2, 2);
-    f.table->SetBlockSize(f.table, 256);
-    f.table->SetBlockSize(f.table, 256);
-    f.table->SetBlockSize(f.table, 64);
-    EXPECT_EQ((std::vector<unsigned>{256, 64}), f.audio->blockSizes);
-    EXPECT_EQ(1, f.table->SetSampleRate(f.table, 96000.0f));
-    EXPECT_EQ(std::vector<float>{96000.0f}, f.audio->rates);
-    EXPECT_EQ(123, f.table->GetLatency(f.table));
-}
-
-TEST(ProcessAudioTest, SuspendStopsAudioOnlyAfterResume)
-{
-    Fixture f(2, 2);
-    f.table->Suspend(f.table);
-    EXPECT_EQ(0, f.audio->stops);
-    EXPECT_EQ(1, f.table->Resume(f.table));
-    f.table->Suspend(f.table);
-    f.table->Suspend(f.table);
-    EXPECT_EQ(1, f.audio->stops);
-
-    // A process destroyed while resumed stops its audio on the way out.
     int stopsAtDestruction = 0;
     {
-        Fixture g(2, 2);
-        g.audio->stopCounter = &stopsAtDestruction;
+        Fixture f;
+        for (unsigned block : {256u, 256u, 64u})
+            f.table->SetBlockSize(f.table, block);
+        EXPECT_EQ((std::vector<unsigned>{256, 64}), f.audio->blockSizes);
+        EXPECT_EQ(1, f.table->SetSampleRate(f.table, 96000.0f));
+        EXPECT_EQ(std::vector<float>{96000.0f}, f.audio->rates);
+
+        f.table->Suspend(f.table);
+        EXPECT_EQ(0, f.stops);
+        EXPECT_EQ(1, f.table->Resume(f.table));
+        f.table->Suspend(f.table);
+        f.table->Suspend(f.table);
+        EXPECT_EQ(1, f.stops);
+        // A process destroyed while resumed stops its audio on the way out.
+        Fixture g(2, 2, &stopsAtDestruction);
         g.table->Resume(g.table);
     }
     EXPECT_EQ(1, stopsAtDestruction);

@@ -11,16 +11,11 @@
 namespace OV::Testing {
 namespace {
 
-class RolelessProcessTest : public testing::Test {
-protected:
-    TestHost host;
-    CFW::HLAFramework::Process object{host.Callbacks(), new FakeComponent({}), 0, 2, 2};
-    HLA2Process* process = HLA2::Process::ToTable(&object);
-};
-
-TEST_F(RolelessProcessTest, EveryEntryAnswersHarmlessly)
+TEST(RolelessProcessTest, EveryEntryAnswersHarmlessly)
 {
-    HLA2Process* p = process;
+    TestHost host;
+    CFW::HLAFramework::Process object(host.Callbacks(), new FakeComponent({}), 0, 2, 2);
+    HLA2Process* p = HLA2::Process::ToTable(&object);
     char text[64];
     const auto untouched = [&] { return std::string(text, 3) == "###"; };
     const auto fill = [&] { std::memset(text, '#', sizeof text); };

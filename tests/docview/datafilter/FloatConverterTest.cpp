@@ -1,4 +1,5 @@
 #include "docview/datafilter/FloatConverter.h"
+#include "docview/datafilter/FloatRange.h"
 
 #include <cmath>
 #include <limits>
@@ -20,17 +21,12 @@ std::unique_ptr<FloatConverter> Ramp() { return MakeCustom({{0.0f, 0.0f}, {1.0f,
 std::unique_ptr<FloatConverter> Raised() { return MakeCustom({{1.0f, 4.0f}, {2.0f, 8.0f}}); }
 std::unique_ptr<FloatConverter> Tent() { return MakeCustom({{0.0f, 0.0f}, {1.0f, 10.0f}, {3.0f, 0.0f}}); }
 
-TEST(FloatConverterTest, HandWorkedValues)
+// Each value is checked on a fresh converter and on a clone that outlived its original.
+TEST(FloatConverterTest, HandWorkedValuesAlsoThroughClones)
 {
     enum Direction { ToValue, ToNormalized };
-    const struct {
-        const char* name;
-        Make make;
-        Direction direction;
-        float input;
-        double expected;
-        double tolerance;  // 0: the float nearest `expected`, exactly
-    } cases[] = {
+    // tolerance 0: the float nearest `expected`, exactly
+    const struct { const char* name; Make make; Direction direction; float input; double expected, tolerance; } cases[] = {
         {"null", MakeNull, ToValue, 0.3f, 0.3f, 0},      {"null", MakeNull, ToNormalized, -7.25f, -7.25, 0},
         {"norm", Norm, ToValue, 0.0f, 20.0, 0},          {"norm", Norm, ToValue, 0.5f, 10010.0, 0},
         {"norm", Norm, ToValue, 1.0f, 20000.0, 0},       {"norm", Norm, ToNormalized, 5015.0f, 0.25, 0},
@@ -51,14 +47,16 @@ TEST(FloatConverterTest, HandWorkedValues)
         {"raised", Raised, ToNormalized, 5.0f, 8.0, 0},  {"tent", Tent, ToNormalized, 1.0f, 10.0, 0},
         {"tent", Tent, ToNormalized, 2.5f, 2.5, 0},      {"tent", Tent, ToNormalized, 0.25f, 2.5, 0},
     };
-    for (const auto& test : cases) {
-        const auto converter = test.make();
-        const float result = test.direction == ToValue ? converter->ToValue(test.input)
-                                                       : converter->ToNormalized(test.input);
-        if (test.tolerance == 0)
-            EXPECT_EQ(static_cast<float>(test.expected), result) << test.name << " at " << test.input;
-        else
-            EXPECT_NEAR(test.expected, result, test.tolerance) << test.name << " at " << test.input;
+    for (const auto& [name, make, direction, input, expected, tolerance] : cases) {
+        std::unique_ptr<FloatConverter> clone;
+        make()->Clone(clone);
+        for (const auto& converter : {make(), std::move(clone)}) {
+            const float result = direction == ToValue ? converter->ToValue(input) : converter->ToNormalized(input);
+            if (tolerance == 0)
+                EXPECT_EQ(static_cast<float>(expected), result) << name << " at " << input;
+            else
+                EXPECT_NEAR(expected, result, tolerance) << name << " at " << input;
+        }
     }
     EXPECT_EQ(-std::numeric_limits<float>::infinity(), MakedB()->ToNormalized(0.0f));
     EXPECT_TRUE(std::isnan(MakedB()->ToNormalized(-1.0f)));
@@ -80,16 +78,19 @@ TEST(FloatConverterTest, NormalizedRoundTripsAcrossRanges)
     }
 }
 
-TEST(FloatConverterTest, ClonesOutliveTheOriginal)
+// Checked on a clone that outlived its original.
+TEST(FloatRangeTest, ConstrainClampsToTheClosedInterval)
 {
-    for (Make make : {MakeNull, Norm, Log, Cube, MakedB, Step2, Tent}) {
-        std::unique_ptr<FloatConverter> copy;
-        make()->Clone(copy);
-        const auto fresh = make();
-        for (float x : {0.37f, 2.25f}) {
-            EXPECT_EQ(fresh->ToValue(x), copy->ToValue(x)) << x;
-            EXPECT_EQ(fresh->ToNormalized(x), copy->ToNormalized(x)) << x;
-        }
+    const float inf = std::numeric_limits<float>::infinity();
+    const struct { float minimum, maximum, value, expected; } cases[] = {
+        {-24, 24, -30, -24}, {-24, 24, 30, 24}, {-24, 24, 24, 24}, {-24, 24, -24, -24},
+        {-24, 24, 3.5, 3.5}, {20, 20000, -inf, 20}, {20, 20000, inf, 20000}, {0, 0, 1, 0}};
+    for (const auto& [minimum, maximum, value, expected] : cases) {
+        std::unique_ptr<FloatRange> copy;
+        MakeRange(minimum, maximum)->Clone(copy);
+        ASSERT_NE(nullptr, copy);
+        EXPECT_EQ(expected, copy->Constrain(value)) << value;
+        EXPECT_TRUE(copy->GetMinimum() == minimum && copy->GetMaximum() == maximum) << value;
     }
 }
 

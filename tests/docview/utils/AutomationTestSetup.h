@@ -1,7 +1,7 @@
 #pragma once
 
 // A document with one row of each slot kind, the slots over it, a document that records what
-// is queued instead of queueing it, and a listener that records what it is told.
+// is queued instead of queueing it, a listener that records what it is told, and checks of both.
 #include "docview/datafilter/FloatConverter.h"
 #include "docview/datafilter/FloatRange.h"
 #include "docview/utils/BasicAutomationProfile.h"
@@ -10,7 +10,11 @@
 
 #include <functional>
 #include <mutex>
+#include <string>
+#include <utility>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 namespace OV::Testing {
 
@@ -46,26 +50,13 @@ public:
     }
 };
 
-inline const SlotDocumentProfile& SlotRows()
-{
-    static const SlotDocumentProfile profile;
-    return profile;
-}
-
-inline const SlotAutomationProfile& Slots()
-{
-    static const SlotAutomationProfile profile;
-    return profile;
-}
+inline const SlotDocumentProfile& SlotRows() { static const SlotDocumentProfile profile; return profile; }
+inline const SlotAutomationProfile& Slots() { static const SlotAutomationProfile profile; return profile; }
 
 // Queued changes are recorded, and refused while `refuse` is set; nothing reaches a scheduler.
 class SpyDocument : public CFW::DocViewUtils::BasicDocument {
 public:
-    struct Queued {
-        int index;
-        Parameter value;
-        int source;
-    };
+    struct Queued { int index; Parameter value; int source; };
 
     SpyDocument() : BasicDocument(&SlotRows(), nullptr) {}
 
@@ -78,9 +69,7 @@ public:
     std::vector<Queued> TakeQueued()
     {
         const std::lock_guard<std::mutex> lock(mutex);
-        std::vector<Queued> taken;
-        taken.swap(queued);
-        return taken;
+        return std::exchange(queued, {});
     }
 
     bool refuse = false;
@@ -93,12 +82,7 @@ private:
 // Records every notification; `onChange`, if set, runs inside the notification.
 class RecordingListener : public CFW::DocView::Automation::Listener {
 public:
-    struct Told {
-        int slot;
-        float plain;
-        float normalised;
-        int source;
-    };
+    struct Told { int slot; float plain, normalised; int source; };
 
     void OnSlotChanged(int slot, float plain, float normalised, int source) override
     {
@@ -112,9 +96,7 @@ public:
     std::vector<Told> Take()
     {
         const std::lock_guard<std::mutex> lock(mutex);
-        std::vector<Told> taken;
-        taken.swap(told);
-        return taken;
+        return std::exchange(told, {});
     }
 
     std::function<void(int)> onChange;
@@ -123,5 +105,36 @@ private:
     std::mutex mutex;
     std::vector<Told> told;
 };
+
+// The display of a slot; a display that writes nothing leaves "stale".
+inline std::string Display(CFW::DocView::Automation& automation, int slot)
+{
+    std::string text = "stale";
+    automation.GetDisplay(text, slot);
+    return text;
+}
+
+// `told` is exactly `expected`, in order.
+inline void ExpectTold(const std::vector<RecordingListener::Told>& expected, const std::vector<RecordingListener::Told>& told)
+{
+    ASSERT_EQ(expected.size(), told.size());
+    for (std::size_t i = 0; i < told.size(); ++i) {
+        EXPECT_EQ(expected[i].slot, told[i].slot) << i;
+        EXPECT_FLOAT_EQ(expected[i].plain, told[i].plain) << i;
+        EXPECT_FLOAT_EQ(expected[i].normalised, told[i].normalised) << i;
+        EXPECT_EQ(expected[i].source, told[i].source) << i;
+    }
+}
+
+// `queued` is exactly `expected`, in order, values by bits.
+inline void ExpectQueued(const std::vector<SpyDocument::Queued>& expected, const std::vector<SpyDocument::Queued>& queued)
+{
+    ASSERT_EQ(expected.size(), queued.size());
+    for (std::size_t i = 0; i < queued.size(); ++i) {
+        EXPECT_EQ(expected[i].index, queued[i].index) << i;
+        EXPECT_EQ(expected[i].value, queued[i].value) << i;
+        EXPECT_EQ(expected[i].source, queued[i].source) << i;
+    }
+}
 
 }  // namespace OV::Testing

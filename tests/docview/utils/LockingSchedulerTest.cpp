@@ -1,12 +1,11 @@
 #include "docview/thread/LockingPool.h"
+#include "docview/thread/LockingQueue.h"
+#include "docview/thread/NullMutex.h"
 #include "docview/utils/LockingScheduler.h"
+#include "tests/docview/utils/WorkerTestSetup.h"
 #include "tests/support/AllocationCounter.h"
 
 #include <algorithm>
-#include <chrono>
-#include <condition_variable>
-#include <future>
-#include <mutex>
 #include <thread>
 #include <vector>
 
@@ -15,33 +14,16 @@
 namespace OV::CFW::DocViewUtils {
 namespace {
 
-// Only bounds a hang; nothing here measures time.
-constexpr std::chrono::seconds patience(60);
-
-// (producer, sequence) in the order the worker ran them.
-struct Log {
-    bool WaitFor(std::size_t count)
-    {
-        std::unique_lock<std::mutex> lock(mutex);
-        return added.wait_for(lock, patience, [&] { return entries.size() >= count; });
-    }
-    std::mutex mutex;
-    std::condition_variable added;
-    std::vector<std::pair<int, int>> entries;
-};
-
-// Shaped like the document commands: `next` from Command, a pool, back to it at the end.
+// Shaped like the document commands: `next` from Command, a pool, back to it at the end. The
+// log is the worker's until a drain.
 struct Recorded : DocView::Command {
     void Execute() override
     {
-        std::unique_lock<std::mutex> lock(log->mutex);
-        log->entries.emplace_back(producer, sequence);
-        log->added.notify_all();
-        lock.unlock();
+        log->emplace_back(producer, sequence);
         pool->Release(this);
     }
     Thread::LockingPool<Recorded, boost::mutex>* pool = nullptr;
-    Log* log = nullptr;
+    std::vector<std::pair<int, int>>* log = nullptr;  // (producer, sequence) as run
     int producer = 0, sequence = 0;
 };
 using Pool = Thread::LockingPool<Recorded, boost::mutex>;
@@ -54,24 +36,14 @@ std::size_t DrainFree(Pool& pool)
     return count;
 }
 
-// Holds the worker inside Execute until released.
-struct Blocker : DocView::Command {
-    void Execute() override
-    {
-        entered.set_value();
-        release.get_future().wait();
-    }
-    std::promise<void> entered, release;
-};
-
 TEST(LockingSchedulerTest, PausedWorkerTakesAFullPoolThenRunsItInOrder)
 {
     Pool pool(200);
-    Log log;
-    Blocker blocker;
+    std::vector<std::pair<int, int>> log;
+    Testing::Gate blocker;
     LockingScheduler scheduler;
     scheduler.Enqueue(&blocker);
-    ASSERT_EQ(std::future_status::ready, blocker.entered.get_future().wait_for(patience));
+    blocker.WaitUntilHeld();
 
     Recorded* acquired[201];
     const Testing::AllocationCounter counter;  // the audio thread's path allocates nothing
@@ -85,11 +57,12 @@ TEST(LockingSchedulerTest, PausedWorkerTakesAFullPoolThenRunsItInOrder)
     EXPECT_EQ(0, counter.Count());
     EXPECT_EQ(acquired + 200, std::find(acquired, acquired + 201, nullptr));
 
-    blocker.release.set_value();
-    ASSERT_TRUE(log.WaitFor(200));
+    blocker.Open();
+    Testing::Drain(&scheduler);
     scheduler.Stop();
+    ASSERT_EQ(200u, log.size());
     for (int i = 0; i < 200; ++i)
-        EXPECT_EQ(i, log.entries[i].second);
+        EXPECT_EQ(i, log[i].second);
     EXPECT_EQ(200u, DrainFree(pool)) << "every command went back to its pool";
 }
 
@@ -102,7 +75,7 @@ TEST(LockingSchedulerTest, IdleWorkerKeepsTicking)
         if (++ticks == 5)
             fifth.set_value();
     });
-    EXPECT_EQ(std::future_status::ready, fifth.get_future().wait_for(patience));
+    EXPECT_EQ(std::future_status::ready, fifth.get_future().wait_for(std::chrono::seconds(60)));
 }
 
 // Producers race for the pool and the queue; then Stop, twice, and a command queued after it
@@ -111,7 +84,7 @@ TEST(LockingSchedulerTest, ProducersKeepTheirOrderAndNothingRunsAfterStop)
 {
     constexpr int producers = 4, perProducer = 3000;
     Pool pool(200);
-    Log log;
+    std::vector<std::pair<int, int>> log;
     LockingScheduler scheduler;
     std::vector<std::thread> threads;
     for (int p = 0; p < producers; ++p) {
@@ -129,7 +102,7 @@ TEST(LockingSchedulerTest, ProducersKeepTheirOrderAndNothingRunsAfterStop)
     }
     for (std::thread& thread : threads)
         thread.join();
-    ASSERT_TRUE(log.WaitFor(producers * perProducer));
+    Testing::Drain(&scheduler);
     scheduler.Stop();
     scheduler.Stop();
     Recorded* late = pool.Acquire();
@@ -137,10 +110,46 @@ TEST(LockingSchedulerTest, ProducersKeepTheirOrderAndNothingRunsAfterStop)
     scheduler.Enqueue(late);
 
     int expected[producers] = {};
-    for (const auto& [producer, sequence] : log.entries)
+    for (const auto& [producer, sequence] : log)
         ASSERT_EQ(expected[producer]++, sequence) << "producer " << producer;
-    EXPECT_EQ(std::size_t{producers * perProducer}, log.entries.size());
+    EXPECT_EQ(std::size_t{producers * perProducer}, log.size());
     EXPECT_EQ(199u, DrainFree(pool));
+}
+
+// `next` typed as a base, the way commands carry it.
+struct Link {
+    Link* next = nullptr;
+};
+struct Item : Link {
+    int id = 0;
+};
+
+TEST(LockingQueueTest, FirstInFirstOutThroughPopAndTakeAll)
+{
+    Item items[5];
+    for (int i = 0; i < 5; ++i)
+        items[i] = {{&items[(i + 3) % 5]}, i};  // stale links must not matter
+    Thread::LockingQueue<Item, Thread::NullMutex> queue;
+    EXPECT_TRUE(queue.Pop() == nullptr && queue.TakeAll() == nullptr && queue.GetCount() == 0u);
+
+    for (Item* item : {&items[0], &items[1], &items[2], static_cast<Item*>(nullptr)})
+        queue.Push(item);
+    EXPECT_EQ(&items[0], queue.Pop());
+    queue.Push(&items[3]);
+    EXPECT_EQ(3u, queue.GetCount());
+    std::vector<int> chain;
+    for (Item* item = queue.TakeAll(); item != nullptr && chain.size() < 9; item = static_cast<Item*>(item->next))
+        chain.push_back(item->id);
+    EXPECT_EQ((std::vector<int>{1, 2, 3}), chain);
+    EXPECT_TRUE(queue.IsEmpty());
+
+    // Usable again after a take, and after emptying by Pop.
+    for (Item* item : {&items[4], &items[0]}) {
+        queue.Push(item);
+        EXPECT_EQ(item, queue.Pop());
+    }
+    EXPECT_EQ(nullptr, queue.Pop());
+    EXPECT_EQ(0u, queue.GetCount());
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <random>
 #include <vector>
 
@@ -54,10 +55,7 @@ inline double MaxError(const std::vector<float>& y, const std::vector<double>& e
 // The largest output for inputs within -1 to 1; float rounding is a small fraction of it.
 inline double AbsoluteSum(const std::vector<float>& taps)
 {
-    double sum = 0.0;
-    for (float t : taps)
-        sum += std::fabs(t);
-    return sum;
+    return std::accumulate(taps.begin(), taps.end(), 0.0, [](double sum, float t) { return sum + std::fabs(t); });
 }
 
 }  // namespace OV::Testing

@@ -4,6 +4,8 @@
 
 #include <fftw3.h>
 
+#include <tuple>
+
 namespace AudioEngine::Convolution {
 namespace {
 
@@ -46,30 +48,27 @@ TEST(FftProviderTest, ForwardIsThePackedDftAndBackwardItsInverse)
 
 TEST(FftProviderTest, AFailedPlanIsToldOnceAndLeavesTheDataAlone)
 {
-    const struct {
-        int n;
-        unsigned flags;
-        const char* line;
-    } cases[] = {
+    // Length, planner flags, and the one line told.
+    const std::tuple<int, unsigned, const char*> cases[] = {
         {0, FFTW_ESTIMATE, "FAIL: Create Descriptor\n"},
         {255, FFTW_ESTIMATE, "FAIL: Create Descriptor\n"},
         // No exhaustive wisdom exists in this process, so the planner refuses.
         {256, FFTW_WISDOM_ONLY | FFTW_EXHAUSTIVE, "FAIL: Commit Descriptor\n"},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.line);
-        const unsigned previous = FftProvider::SetPlannerFlags(c.flags);
+    for (const auto& [n, flags, line] : cases) {
+        SCOPED_TRACE(line);
+        const unsigned previous = FftProvider::SetPlannerFlags(flags);
         testing::internal::CaptureStderr();
         {
             FftProvider fft;
-            EXPECT_FALSE(fft.Create(c.n));
+            EXPECT_FALSE(fft.Create(n));
             EXPECT_FALSE(fft.IsCommitted());
             std::vector<float> x(258, 0.5f);
             fft.Forward(x.data());
             fft.Backward(x.data());
             EXPECT_EQ(std::vector<float>(258, 0.5f), x);
         }
-        EXPECT_EQ(c.line, testing::internal::GetCapturedStderr());
+        EXPECT_EQ(line, testing::internal::GetCapturedStderr());
         FftProvider::SetPlannerFlags(previous);
     }
 }

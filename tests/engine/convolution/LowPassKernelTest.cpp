@@ -1,7 +1,15 @@
+// The low-pass kernel and its two stages: the direct FIR of the head and the segmented
+// convolution of the tail.
+#include "engine/dsp/convolution/AnySizeAdapter2.h"
+#include "engine/dsp/convolution/DirectFir.h"
 #include "engine/dsp/convolution/LowPassKernel.h"
+#include "engine/dsp/convolution/SegmentedConv.h"
 #include "tests/engine/convolution/ConvolutionOracle.h"
+#include "tests/engine/dsp/EqOracle.h"
 
 #include <functional>
+#include <stdexcept>
+#include <tuple>
 
 #include <fftw3.h>
 
@@ -9,47 +17,109 @@ namespace AudioEngine::Convolution {
 namespace {
 
 using namespace OV::Testing;
+using Tail = dsp::Domain::Adapters::AnySizeAdapter2<SegmentedConv>;
 
-// |H(f)| in dB of taps centred on T / 2, by a direct DFT.
-double GainDb(const std::vector<float>& taps, double frequency, double sampleRate)
+// The scatter form in plain float: each guarded input sample adds v * tap into later outputs, in
+// sample order. The packed kernel must give exactly this.
+std::vector<float> ScatterInFloat(const std::vector<float>& taps, const std::vector<float>& x)
 {
-    double re = 0.0, im = 0.0;
-    const double m = static_cast<double>(taps.size() / 2);
-    for (std::size_t i = 0; i < taps.size(); ++i) {
-        const double angle = -2.0 * M_PI * frequency / sampleRate * (static_cast<double>(i) - m);
-        re += taps[i] * std::cos(angle);
-        im += taps[i] * std::sin(angle);
+    std::vector<float> y(x.size() + taps.size(), 0.0f);
+    for (std::size_t i = 0; i < x.size(); ++i) {
+        const float v = x[i] + DirectFir::Guard;
+        for (std::size_t j = 0; j < taps.size(); ++j)
+            y[i + j] = y[i + j] + v * taps[j];
     }
-    return 20.0 * std::log10(std::hypot(re, im) + 1e-300);
+    y.resize(x.size());
+    return y;
+}
+
+TEST(DirectFirTest, BothKernelsComputeTheFirAcrossRingWraps)
+{
+    const unsigned seed = 4099u;  // fixed, so that a failure repeats
+    SCOPED_TRACE(testing::Message() << "seed " << seed);
+    std::mt19937 random(seed);
+    for (int count : {1, 2, 3, 4, 5, 128, 131}) {
+        SCOPED_TRACE(testing::Message() << count << " taps");
+        const std::vector<float> taps = Noise(random, static_cast<std::size_t>(count));
+        // Three times round the ring: one block longer than the ring takes, run in place, then
+        // blocks of 1 to 300 that put the ring position everywhere.
+        const std::vector<float> x = Noise(random, 3 * static_cast<std::size_t>(count + DirectFir::MaxBlock));
+        DirectFir packed(taps.data(), count), scalar(taps.data(), count, DirectFir::Kernel::ScalarDouble);
+        std::vector<float> y(x.begin(), x.begin() + 5000);
+        packed.Process(y.data(), y.data(), 5000);
+        const std::vector<float> rest = InRandomBlocks(random, std::vector<float>(x.begin() + 5000, x.end()), 300,
+                                                       [&](float* out, const float* in, int n) { packed.Process(out, in, n); });
+        y.insert(y.end(), rest.begin(), rest.end());
+        EXPECT_EQ(ScatterInFloat(taps, x), y);
+
+        const std::vector<float> z
+            = InRandomBlocks(random, x, 300, [&](float* out, const float* in, int n) { scalar.Process(out, in, n); });
+        EXPECT_LT(MaxError(z, DirectConvolution(taps, x)), 1e-6 * AbsoluteSum(taps));
+    }
+}
+
+struct Layout {
+    int blockLength, tailLength;
+    int transformLength, partitions, stride, accumulators; // worked out by hand
+};
+
+const Layout layouts[] = {
+    {128, 128, 256, 1, 1, 1}, // the product: 256 taps, head 128
+    {128, 3968, 256, 31, 1, 31}, {64, 512, 128, 8, 1, 8},   {64, 513, 256, 3, 3, 7},    {64, 960, 256, 5, 3, 13},
+    {16, 1024, 64, 22, 3, 64},   {16, 1025, 128, 10, 7, 64}, {32, 2048, 128, 22, 3, 64}, {32, 2049, 256, 10, 7, 64},
+    {256, 600, 512, 3, 1, 3},
+    {128, 0, 256, 1, 1, 1}, // no tail at all
+};
+
+TEST(SegmentedConvTest, PartitionsFollowTheTableAndTheOutputIsOneBlockLate)
+{
+    const unsigned seed = 4099u;  // fixed, so that a failure repeats
+    SCOPED_TRACE(testing::Message() << "seed " << seed);
+    std::mt19937 random(seed);
+    for (const Layout& l : layouts) {
+        SCOPED_TRACE(testing::Message() << "B " << l.blockLength << " Lt " << l.tailLength);
+        AlignedPool pool;
+        const std::vector<float> taps = Noise(random, static_cast<std::size_t>(l.tailLength), 0.1f);
+        const TailPartitions partitions(pool, taps.data(), l.tailLength, l.blockLength);
+        Tail tail(partitions);
+        EXPECT_EQ(std::make_tuple(l.transformLength, l.partitions, l.stride, l.accumulators),
+                  std::make_tuple(tail.GetTransformLength(), tail.GetPartitionCount(), tail.GetStride(),
+                                  tail.GetAccumulatorCount()));
+
+        const std::vector<float> x = Noise(random, static_cast<std::size_t>(l.tailLength) + 3000);
+        const std::vector<float> y
+            = InRandomBlocks(random, x, 300, [&](float* out, const float* in, int n) { tail.Process(out, in, n); });
+        EXPECT_LT(MaxError(y, DirectConvolution(taps, x), static_cast<std::size_t>(l.blockLength)),
+                  1e-6 * AbsoluteSum(taps) + 1e-7);
+    }
+    AlignedPool pool;
+    const float tap = 1.0f;
+    for (int blockLength : {8, 48, 100, 512})
+        EXPECT_THROW(TailPartitions(pool, &tap, 1, blockLength), std::invalid_argument) << blockLength;
 }
 
 TEST(LowPassKernelTest, DesignIsASymmetricWindowedLowPass)
 {
-    const struct {
-        int taps;
-        double cutoff, sampleRate;
-    } cases[] = {{256, 20600, 88200}, {256, 20600, 192000}, {512, 5000, 48000}, {4096, 20600, 96000}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.taps << " taps, " << c.cutoff << " Hz at " << c.sampleRate);
-        const std::vector<float> t = LowPassKernel::DesignTaps(c.taps, c.cutoff, c.sampleRate);
-        ASSERT_EQ(static_cast<std::size_t>(c.taps), t.size());
-        const int m = c.taps / 2;
+    const std::tuple<int, double, double> cases[] = {
+        {256, 20600, 88200}, {256, 20600, 192000}, {512, 5000, 48000}, {4096, 20600, 96000}};
+    for (const auto& [taps, cutoff, rate] : cases) {
+        SCOPED_TRACE(testing::Message() << taps << " taps, " << cutoff << " Hz at " << rate);
+        const std::vector<float> t = LowPassKernel::DesignTaps(taps, cutoff, rate);
+        ASSERT_EQ(static_cast<std::size_t>(taps), t.size());
+        const int m = taps / 2;
         EXPECT_EQ(m, std::max_element(t.begin(), t.end()) - t.begin());
-        EXPECT_FLOAT_EQ(static_cast<float>(2 * c.cutoff / c.sampleRate), t[static_cast<std::size_t>(m)]);
+        EXPECT_FLOAT_EQ(static_cast<float>(2 * cutoff / rate), t[static_cast<std::size_t>(m)]);
         EXPECT_EQ(0.0f, t[0]) << "the window's end";
         for (int k = 1; k < m; ++k)
             ASSERT_EQ(t[static_cast<std::size_t>(m - k)], t[static_cast<std::size_t>(m + k)]) << k;
-        double sum = 0.0;
-        for (float v : t)
-            sum += v;
-        EXPECT_NEAR(1.0, sum, 1e-5) << "DC gain";
-        // Outside the window's main lobe, 4 fs / T wide about the cut-off.
-        const double lobe = 4.0 * c.sampleRate / c.taps;
-        for (double f = 0.0; f <= c.sampleRate / 2; f += c.sampleRate / 1000) {
-            if (f <= c.cutoff - lobe) {
-                ASSERT_NEAR(0.0, GainDb(t, f, c.sampleRate), 0.01) << f << " Hz";
-            } else if (f >= c.cutoff + lobe) {
-                ASSERT_LT(GainDb(t, f, c.sampleRate), -60.0) << f << " Hz";
+        EXPECT_NEAR(1.0, std::accumulate(t.begin(), t.end(), 0.0), 1e-5) << "DC gain";
+        // Outside the window's main lobe, 4 fs / T wide about the cut-off; |H| by a direct DFT.
+        const double lobe = 4.0 * rate / taps;
+        for (double f = 0.0; f <= rate / 2; f += rate / 1000) {
+            if (f <= cutoff - lobe) {
+                ASSERT_NEAR(0.0, Db(MeasuredMagnitude(t, f, rate)), 0.01) << f << " Hz";
+            } else if (f >= cutoff + lobe) {
+                ASSERT_LT(Db(MeasuredMagnitude(t, f, rate)), -60.0) << f << " Hz";
             }
         }
     }
@@ -60,14 +130,12 @@ TEST(LowPassKernelTest, HeadAndTailTogetherAreTheWholeFir)
     const unsigned seed = 4099u;  // fixed, so that a failure repeats
     SCOPED_TRACE(testing::Message() << "seed " << seed);
     std::mt19937 random(seed);
-    const struct {
-        int taps, head;
-    } cases[] = {{256, 128}, {128, 128}, {1024, 64}, {4096, 128}, {600, 16}, {2048, 256}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.taps << " taps, head " << c.head);
-        LowPassKernel kernel(c.taps, 20600.0, 96000.0, c.head);
-        const std::vector<float> taps = LowPassKernel::DesignTaps(c.taps, 20600.0, 96000.0);
-        const std::vector<float> x = Noise(random, static_cast<std::size_t>(c.taps) + 4000);
+    // Taps and head length.
+    for (const auto& [count, head] : {std::pair{256, 128}, {128, 128}, {1024, 64}, {4096, 128}, {600, 16}, {2048, 256}}) {
+        SCOPED_TRACE(testing::Message() << count << " taps, head " << head);
+        LowPassKernel kernel(count, 20600.0, 96000.0, head);
+        const std::vector<float> taps = LowPassKernel::DesignTaps(count, 20600.0, 96000.0);
+        const std::vector<float> x = Noise(random, static_cast<std::size_t>(count) + 4000);
         const std::vector<double> expected = DirectConvolution(taps, x);
         const std::vector<float> y
             = InRandomBlocks(random, x, 300, [&](float* out, const float* in, int n) { kernel.Process(out, in, n); });
@@ -76,7 +144,7 @@ TEST(LowPassKernelTest, HeadAndTailTogetherAreTheWholeFir)
         EXPECT_EQ(kernel.GetLatency(), std::max_element(taps.begin(), taps.end()) - taps.begin());
 
         // 200 samples in one call: chunks of 64, 64, 64 and 8, in place.
-        LowPassKernel fresh(c.taps, 20600.0, 96000.0, c.head);
+        LowPassKernel fresh(count, 20600.0, 96000.0, head);
         std::vector<float> block(x.begin(), x.begin() + 200);
         fresh.Process(block.data(), block.data(), 200);
         EXPECT_LT(MaxError(block, expected), 4e-6);
@@ -96,12 +164,9 @@ TEST(LowPassKernelTest, NearSilenceGivesGuardLevelsNeverDenormals)
     const std::vector<float> taps = LowPassKernel::DesignTaps(256, 20600.0, 96000.0);
     const SplitTaps split(taps.data(), 256, 128);
     DirectFir head(split.GetHead(), 128);
-    dsp::Domain::Adapters::AnySizeAdapter2<SegmentedConv> tail(split.GetTail());
+    Tail tail(split.GetTail());
     LowPassKernel kernel(256, 20600.0, 96000.0);
-    const struct {
-        const char* stage;
-        std::function<void(float*, const float*, int)> process;
-    } stages[] = {
+    const std::pair<const char*, std::function<void(float*, const float*, int)>> stages[] = {
         {"head", [&](float* out, const float* in, int n) { head.Process(out, in, n); }},
         {"tail", [&](float* out, const float* in, int n) { tail.Process(out, in, n); }},
         {"kernel", [&](float* out, const float* in, int n) { kernel.Process(out, in, n); }},
@@ -109,13 +174,13 @@ TEST(LowPassKernelTest, NearSilenceGivesGuardLevelsNeverDenormals)
     std::mt19937 random(3);
     std::vector<float> x = Noise(random, 156 * 64);
     x.resize(x.size() + 3 * 4096, 1e-40f);
-    for (const auto& s : stages) {
+    for (const auto& [stage, process] : stages) {
         std::vector<float> y(x.size());
         for (std::size_t done = 0; done < x.size(); done += 64)
-            s.process(y.data() + done, x.data() + done, 64);
+            process(y.data() + done, x.data() + done, 64);
         for (std::size_t i = x.size() - 4096; i < x.size(); ++i) {
-            ASSERT_LT(std::fabs(y[i]), 1e-15f) << s.stage << " " << i;
-            ASSERT_NE(FP_SUBNORMAL, std::fpclassify(y[i])) << s.stage << " " << i;
+            ASSERT_LT(std::fabs(y[i]), 1e-15f) << stage << " " << i;
+            ASSERT_NE(FP_SUBNORMAL, std::fpclassify(y[i])) << stage << " " << i;
         }
     }
 }

@@ -5,35 +5,14 @@
 #include "tests/engine/dsp/EqOracle.h"
 
 #include <cmath>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
 namespace OV::Testing {
 namespace {
 
-using AudioEngine::BandName;
 using AudioEngine::VN4::LinearizedFilterChain;
-
-struct Band {
-    int type;
-    float gain;
-    float frequency;
-    float q; // the Q or slope of the band's type
-};
-
-const char* QName(int type)
-{
-    return type == OraclePeak ? "Q_Peaking" : type == OracleLowShelf || type == OracleHiShelf ? "Q_Shelving" : "Q_LPHP";
-}
-
-void SetBand(EngineRunner<LinearizedFilterChain>& runner, int index, const Band& band)
-{
-    runner.Set(BandName("Active", index), 1.0f);
-    runner.Set(BandName("Mode", index), static_cast<float>(band.type));
-    runner.Set(BandName("Gain", index), band.gain);
-    runner.Set(BandName("F", index), band.frequency);
-    runner.Set(BandName(QName(band.type), index), band.q);
-}
 
 // The impulse response, from the impulse on, until it has died away.
 std::vector<float> ImpulseResponse(EngineRunner<LinearizedFilterChain>& runner)
@@ -80,49 +59,42 @@ TEST(BandResponseTest, EveryBandTypeMatchesItsDesign)
     }
 }
 
-TEST(BandResponseTest, ShelfSlopeBeyondItsLimitIsClamped)
+TEST(BandResponseTest, DesignsMatchTheTextbookAndFlatBandsPassTheSignal)
 {
-    // Out of the parameters' reach, the slope is limited to what the gain allows.
-    for (int type : {OracleLowShelf, OracleHiShelf}) {
+    // Linearized designs halve the gain and double the shelf slope. A slope of 20 is out of
+    // the parameters' reach: it is limited to what the gain allows. A shelf or a peak at 0 dB
+    // has its numerator equal to its denominator.
+    // The band, the rate, and whether the design is linearized.
+    const std::tuple<Band, float, bool> cases[] = {
+        {{OracleLowShelf, 15.0f, 1000.0f, 20.0f}, 48000.0f, false}, {{OracleHiShelf, 15.0f, 1000.0f, 20.0f}, 48000.0f, false},
+        {{OracleLowShelf, 0.0f, 3000.0f, 0.7f}, 44100.0f, true},    {{OraclePeak, 0.0f, 3000.0f, 0.7f}, 44100.0f, true},
+        {{OracleHiShelf, 0.0f, 3000.0f, 0.7f}, 44100.0f, true},
+    };
+    for (const auto& [c, rate, linearized] : cases) {
+        SCOPED_TRACE(testing::Message() << "type " << c.type << ", gain " << c.gain);
         AudioEngine::AudioAlgorithm::EqChain chain;
-        chain.SetSampleRate(48000.0f);
-        chain.linearized = false;
-        auto& band = chain.bands[0];
-        band.type = type;
-        band.gain = 15.0f;
-        band.frequency = 1000.0f;
-        band.qShelving = 20.0f;
-        chain.Design(0);
-        const Section expected = OracleSection(type, 15.0, 1000.0, 20.0, 48000.0);
-        const auto& s = chain.sections[0];
+        chain.SetSampleRate(rate);
+        chain.linearized = linearized;
+        chain.bands[2] = {true, c.type, c.gain, c.frequency, c.q, c.q};
+        chain.Design(2);
+        const double shelfQ = c.type != OraclePeak && linearized ? 2.0 * c.q : c.q;
+        const Section expected = OracleSection(c.type, linearized ? c.gain / 2 : c.gain, c.frequency, shelfQ, rate);
+        const auto& s = chain.sections[2];
+        EXPECT_TRUE(std::isfinite(s.b0));
         EXPECT_NEAR(expected.b0, s.b0, 1e-12);
         EXPECT_NEAR(expected.b1, s.b1, 1e-12);
         EXPECT_NEAR(expected.b2, s.b2, 1e-12);
         EXPECT_NEAR(expected.a1, s.a1, 1e-12);
         EXPECT_NEAR(expected.a2, s.a2, 1e-12);
-        EXPECT_TRUE(std::isfinite(s.b0));
-    }
-}
-
-TEST(BandResponseTest, FlatBandsPassTheSignalUnchanged)
-{
-    // A shelf or a peak at 0 dB has its numerator equal to its denominator.
-    for (int type : {OracleLowShelf, OraclePeak, OracleHiShelf}) {
-        AudioEngine::AudioAlgorithm::EqChain chain;
-        chain.SetSampleRate(44100.0f);
-        auto& band = chain.bands[2];
-        band.active = true;
-        band.type = type;
-        band.frequency = 3000.0f;
-        chain.Design(2);
-        const auto& s = chain.sections[2];
-        EXPECT_NEAR(1.0, s.b0, 1e-15) << type;
-        EXPECT_NEAR(s.a1, s.b1, 1e-15) << type;
-        EXPECT_NEAR(s.a2, s.b2, 1e-15) << type;
+        if (c.gain != 0.0f)
+            continue;
+        EXPECT_NEAR(1.0, s.b0, 1e-15);
+        EXPECT_NEAR(s.a1, s.b1, 1e-15);
+        EXPECT_NEAR(s.a2, s.b2, 1e-15);
         std::vector<float> signal = Impulse(64, 3);
         chain.Process(signal.data(), signal.data(), 64);
         for (std::size_t i = 0; i < signal.size(); ++i)
-            EXPECT_NEAR(i == 3 ? 1.0f : 0.0f, signal[i], 1e-7f) << type << " at " << i;
+            EXPECT_NEAR(i == 3 ? 1.0f : 0.0f, signal[i], 1e-7f) << i;
     }
 }
 

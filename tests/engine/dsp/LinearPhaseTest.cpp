@@ -3,6 +3,7 @@
 // linear phase is switched on.
 #include "engine/dsp/equaliser/LinearizedFilterChain.h"
 #include "tests/engine/dsp/EngineRunner.h"
+#include "tests/engine/convolution/ConvolutionOracle.h"
 #include "tests/engine/dsp/EqOracle.h"
 
 #include <algorithm>
@@ -17,14 +18,10 @@ using AudioEngine::VN4::LinearizedFilterChain;
 using Runner = EngineRunner<LinearizedFilterChain>;
 constexpr int latency = 36864;
 
-std::vector<float> Noise(std::size_t length, unsigned seed)
+std::vector<float> SeededNoise(std::size_t length, unsigned seed)
 {
     std::mt19937 random(seed);
-    std::uniform_real_distribution<float> value(-1.0f, 1.0f);
-    std::vector<float> signal(length);
-    for (float& x : signal)
-        x = value(random);
-    return signal;
+    return Noise(random, length);
 }
 
 void ExpectDelayed(const std::vector<float>& input, const std::vector<float>& output, int delay)
@@ -37,7 +34,7 @@ void ExpectDelayed(const std::vector<float>& input, const std::vector<float>& ou
 
 TEST(LinearPhaseTest, WithoutBandsTheSignalIsDelayedBitForBit)
 {
-    const std::vector<float> input = Noise(3 * 16384 + 777, 7);
+    const std::vector<float> input = SeededNoise(3 * 16384 + 777, 7);
     for (int block : {64, 37, 512}) {
         Runner runner;
         ExpectDelayed(input, runner.RunMono(input, block), latency + hostDelay);
@@ -62,7 +59,7 @@ TEST(LinearPhaseTest, ClearingHistoryRestartsFromSilenceAtAnyPointOfABlock)
         for (bool fromOff : {false, true}) {
             SCOPED_TRACE(testing::Message() << blocks << (fromOff ? " blocks, switched on" : " blocks, set again"));
             Runner runner;
-            const std::vector<float> before = Noise(64 * static_cast<std::size_t>(blocks), 11);
+            const std::vector<float> before = SeededNoise(64 * static_cast<std::size_t>(blocks), 11);
             const std::vector<float> early = runner.RunMono(before, 64);
             EXPECT_TRUE(std::all_of(early.begin(), early.end(), [](float x) { return x == 0.0f; }));
             if (fromOff) {
@@ -70,7 +67,7 @@ TEST(LinearPhaseTest, ClearingHistoryRestartsFromSilenceAtAnyPointOfABlock)
                 runner.RunMono(std::vector<float>(64 * 7, 0.5f), 64);
             }
             runner.Set("Linearize", 1.0f);
-            const std::vector<float> after = Noise(latency + 2 * 16384, 12);
+            const std::vector<float> after = SeededNoise(latency + 2 * 16384, 12);
             const std::vector<float> output = runner.RunMono(after, 64);
             // The 4 samples in the host's pad went in before the clear, and come out after it.
             std::vector<float> input(hostDelay, fromOff ? 0.5f : 0.0f);
@@ -85,27 +82,13 @@ TEST(LinearPhaseTest, ClearingHistoryRestartsFromSilenceAtAnyPointOfABlock)
 TEST(LinearPhaseTest, ImpulseResponseIsSymmetricWithTheSquaredMagnitude)
 {
     constexpr float rate = 48000.0f;
-    struct Band {
-        const char* q;
-        int type;
-        float gain, frequency, value;
-    };
     // The sections are designed for two passes: peak and shelf gains halved, shelf slopes
     // doubled; the high pass is not compensated.
     const Band bands[] = {
-        {"Q_Peaking", OraclePeak, 9.0f, 1000.0f, 1.0f},
-        {"Q_Shelving", OracleLowShelf, 6.0f, 300.0f, 0.5f},
-        {"Q_LPHP", OracleHiPass, 0.0f, 100.0f, 0.7f},
-    };
+        {OraclePeak, 9.0f, 1000.0f, 1.0f}, {OracleLowShelf, 6.0f, 300.0f, 0.5f}, {OracleHiPass, 0.0f, 100.0f, 0.7f}};
     Runner runner(rate);
-    for (int i = 0; i < 3; ++i) {
-        const Band& band = bands[i];
-        runner.Set(AudioEngine::BandName("Active", i), 1.0f);
-        runner.Set(AudioEngine::BandName("Mode", i), static_cast<float>(band.type));
-        runner.Set(AudioEngine::BandName("Gain", i), band.gain);
-        runner.Set(AudioEngine::BandName("F", i), band.frequency);
-        runner.Set(AudioEngine::BandName(band.q, i), band.value);
-    }
+    for (int i = 0; i < 3; ++i)
+        SetBand(runner, i, bands[i]);
     constexpr std::size_t at = 5000;
     const std::vector<float> output = runner.RunMono(Impulse(at + latency + 3 * 16384, at));
     const std::size_t centre = at + hostDelay + latency;
@@ -121,9 +104,8 @@ TEST(LinearPhaseTest, ImpulseResponseIsSymmetricWithTheSquaredMagnitude)
     for (double f : TestFrequencies(30)) {
         double section = 1.0;
         for (const Band& band : bands) {
-            const bool shelf = band.type == OracleLowShelf;
             const double gain = band.type == OracleHiPass ? 0.0 : band.gain * 0.5;
-            const double q = shelf ? band.value * 2.0 : band.value;
+            const double q = band.type == OracleLowShelf ? band.q * 2.0 : band.q;
             section *= SectionMagnitude(OracleSection(band.type, gain, band.frequency, q, rate), f, rate);
         }
         if (Db(section) < -60.0)

@@ -63,13 +63,6 @@ struct Router {
         return text.substr(0, text.find_last_not_of('\n') + 1);
     }
 
-    std::string Display(int slot)
-    {
-        std::string text = "stale";
-        router.GetDisplay(text, slot);
-        return text;
-    }
-
     SpyDocument firstDocument, secondDocument;
     CFW::DocViewUtils::BasicAutomation one{&Slots(), nullptr, &firstDocument};
     CFW::DocViewUtils::BasicAutomation two{&Slots(), nullptr, &secondDocument};
@@ -91,26 +84,22 @@ TEST(RouterTest, SavedMapsFindTheirTargetsByName)
     EXPECT_FLOAT_EQ(2.0f, r.router.GetValue(1));
     EXPECT_NEAR(0.5f, r.router.GetNormalized(1), 1e-6);
     EXPECT_NEAR(0.75f, r.router.ToNormalized(1, 6.324555f), 1e-5);
-    EXPECT_EQ("2.000000", r.Display(1));
+    EXPECT_EQ("2.000000", Display(r.router, 1));
     r.router.SetValue(1, 5.0f);
     EXPECT_FLOAT_EQ(5.0f, r.secondDocument.GetParameter(Row::Q).AsFloat());
     EXPECT_FLOAT_EQ(2.0f, r.firstDocument.GetParameter(Row::Q).AsFloat());
 
     // Slots without a target keep what the host writes, up to slot 1023; beyond, 0.
-    struct Empty {
-        int slot;
-        float written;
-        float readBack;
-        bool accepted;
-    };
-    for (const Empty& e : {Empty{0, 0.25f, 0.25f, true}, Empty{2, 0.5f, 0.5f, true}, Empty{36, 0.125f, 0.125f, true},
-                           Empty{1023, 0.75f, 0.75f, true}, Empty{1024, 0.75f, 0.0f, false}, Empty{-1, 0.5f, 0.0f, false}}) {
-        SCOPED_TRACE(e.slot);
-        EXPECT_EQ(e.accepted, r.router.QueueNormalized(e.slot, e.written));
-        EXPECT_EQ(e.readBack, r.router.GetNormalized(e.slot));
-        EXPECT_EQ(e.readBack, r.router.GetValue(e.slot));
-        EXPECT_EQ("", r.Display(e.slot));
-        EXPECT_EQ(0.3f, r.router.ToNormalized(e.slot, 0.3f));
+    const struct { int slot; float written, readBack; bool accepted; } empty[] = {
+        {0, 0.25f, 0.25f, true},    {2, 0.5f, 0.5f, true},      {36, 0.125f, 0.125f, true},
+        {1023, 0.75f, 0.75f, true}, {1024, 0.75f, 0.0f, false}, {-1, 0.5f, 0.0f, false}};
+    for (const auto& [slot, written, readBack, accepted] : empty) {
+        SCOPED_TRACE(slot);
+        EXPECT_EQ(accepted, r.router.QueueNormalized(slot, written));
+        EXPECT_EQ(readBack, r.router.GetNormalized(slot));
+        EXPECT_EQ(readBack, r.router.GetValue(slot));
+        EXPECT_EQ("", Display(r.router, slot));
+        EXPECT_EQ(0.3f, r.router.ToNormalized(slot, 0.3f));
     }
     EXPECT_TRUE(r.firstDocument.TakeQueued().empty());
     EXPECT_TRUE(r.secondDocument.TakeQueued().empty());
@@ -123,7 +112,7 @@ TEST(RouterTest, SavedMapsFindTheirTargetsByName)
     }
     r.Load(R"(<Automation Slots="2" Slot0="" Slot1="three:Q"/>)");
     EXPECT_EQ(R"(<Automation Slots="2" />)", r.Save());
-    EXPECT_EQ("", r.Display(1));
+    EXPECT_EQ("", Display(r.router, 1));
 }
 
 TEST(RouterTest, TargetChangesComeBackUnderTheirSlot)
@@ -138,41 +127,23 @@ TEST(RouterTest, TargetChangesComeBackUnderTheirSlot)
     for (const auto& told : first)
         EXPECT_EQ(SourceInternal, told.source);
 
-    struct Change {
-        SpyDocument* document;
-        int row;
-        CFW::DocView::Parameter value;
-        int slot;  // -1: the host hears nothing
-        float plain;
-        float normalised;
+    using P = CFW::DocView::Parameter;
+    const struct { SpyDocument* document; int row; P value; std::vector<RecordingListener::Told> told; } changes[] = {
+        {&r.firstDocument, Row::Gain, P::FromFloat(6.0f), {{2, 6.0f, 0.7f, SourceInternal}}},
+        {&r.secondDocument, Row::Mix, P::FromFloat(25.0f), {{1, 25.0f, 0.25f, SourceInternal}}},
+        {&r.firstDocument, Row::Active, P::FromBool(true), {{3, 0.5f, 0.5f, SourceInternal}}},
+        {&r.firstDocument, Row::Mix, P::FromFloat(25.0f), {}},   // no slot on it
+        {&r.secondDocument, Row::Gain, P::FromFloat(3.0f), {}},  // no slot on it
     };
-    const Change changes[] = {
-        {&r.firstDocument, Row::Gain, CFW::DocView::Parameter::FromFloat(6.0f), 2, 6.0f, 0.7f},
-        {&r.secondDocument, Row::Mix, CFW::DocView::Parameter::FromFloat(25.0f), 1, 25.0f, 0.25f},
-        {&r.firstDocument, Row::Active, CFW::DocView::Parameter::FromBool(true), 3, 0.5f, 0.5f},
-        {&r.firstDocument, Row::Mix, CFW::DocView::Parameter::FromFloat(25.0f), -1, 0, 0},   // no slot on it
-        {&r.secondDocument, Row::Gain, CFW::DocView::Parameter::FromFloat(3.0f), -1, 0, 0},  // no slot on it
-    };
-    for (const Change& c : changes) {
-        SCOPED_TRACE(c.slot);
-        c.document->SetParameter(c.row, c.value, SourceInternal);
-        const auto told = host.Take();
-        if (c.slot < 0) {
-            EXPECT_TRUE(told.empty());
-            continue;
-        }
-        ASSERT_EQ(1u, told.size());
-        EXPECT_EQ(c.slot, told[0].slot);
-        EXPECT_FLOAT_EQ(c.plain, told[0].plain);
-        EXPECT_NEAR(c.normalised, told[0].normalised, 1e-6);
+    for (const auto& [document, row, value, told] : changes) {
+        SCOPED_TRACE(row);
+        document->SetParameter(row, value, SourceInternal);
+        ExpectTold(told, host.Take());
     }
 
     // A new map: the old targets fall silent, the new ones tell their values at once.
     r.Load(R"(<Automation Slots="1" Slot0="two:G"/>)");
-    const auto remapped = host.Take();
-    ASSERT_EQ(1u, remapped.size());
-    EXPECT_EQ(0, remapped[0].slot);
-    EXPECT_FLOAT_EQ(3.0f, remapped[0].plain);
+    ExpectTold({{0, 3.0f, 0.6f, SourceInternal}}, host.Take());
     r.firstDocument.SetParameter(Row::Gain, CFW::DocView::Parameter::FromFloat(-6.0f), SourceInternal);
     EXPECT_TRUE(host.Take().empty());
 }

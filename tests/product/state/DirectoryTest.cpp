@@ -3,7 +3,6 @@
 #include "product/state/Directory.h"
 #include "product/state/FileSystem.h"
 #include "tests/product/state/StateTesting.h"
-#include "tests/support/ScratchFolder.h"
 
 #include <functional>
 
@@ -20,10 +19,7 @@ namespace FileSystem = Products::VN4::State::FileSystem;
 
 const std::string model = "f8fd5639-da16-4332-86c3-e1e0e7272048";
 
-std::string Preset(const std::string& forModel = model)
-{
-    return "<?xml version=\"1.0\" ?>\n<Preset Version=\"1\" Format=\"vn4m\"><Slot Model=\"" + forModel + "\"><Module /></Slot></Preset>\n";
-}
+std::string Preset(const std::string& forModel = model) { return PresetText(0.0f, forModel); }
 
 // Names of a tree, depth-first, folders marked with a slash.
 std::vector<std::string> Outline(const Directory::Node& node, const std::string& indent = "")
@@ -44,12 +40,12 @@ protected:
         for (const char* name : {"alpha.vn4m", "ZED.vn4m", "a.vn4m", "\xc3\xa9t\xc3\xa9.vn4m", "z/one.vn4m", "deep/nested/inner.vn4m"})
             folder.Write(std::string("Presets/") + name, Preset());
         // Never listed: the extension's case, another model, no Slot, not XML, not a preset.
-        folder.Write("Presets/beta.VN4M", Preset());
-        folder.Write("Presets/other.vn4m", Preset("00000000-0000-0000-0000-000000000000"));
-        folder.Write("Presets/Others/theirs.vn4m", Preset("00000000-0000-0000-0000-000000000000"));
-        folder.Write("Presets/noslot.vn4m", "<Preset Format=\"vn4m\"><Module Model=\"" + model + "\" /></Preset>");
-        folder.Write("Presets/broken.vn4m", "<Preset><Slot Model=\"" + model + "\">");
-        folder.Write("Presets/notes.txt", Preset());
+        const std::string other = Preset("00000000-0000-0000-0000-000000000000");
+        for (const auto& [name, text] : {std::pair<std::string, std::string>{"beta.VN4M", Preset()}, {"other.vn4m", other},
+                                         {"Others/theirs.vn4m", other},
+                                         {"noslot.vn4m", "<Preset Format=\"vn4m\"><Module Model=\"" + model + "\" /></Preset>"},
+                                         {"broken.vn4m", "<Preset><Slot Model=\"" + model + "\">"}, {"notes.txt", Preset()}})
+            folder.Write("Presets/" + name, text);
         boost::filesystem::create_directories(root + "/Empty");
     }
 
@@ -66,36 +62,26 @@ TEST_F(DirectoryTest, ListsThisModelsPresetsFoldersFirstSortedWithoutCase)
     const auto tree = directory.GetTree();
 
     EXPECT_EQ(tree->root->GetName(), "Presets");
-    EXPECT_EQ(tree->root->GetPath(), root);
     // Signed bytes put the accented name first; a folder named z comes before a file named a.
-    const std::vector<std::string> expected = {
-        "deep/", "  nested/", "    inner", "z/", "  one", "\xc3\xa9t\xc3\xa9", "a", "alpha", "ZED"};
-    EXPECT_EQ(Outline(*tree->root), expected);
+    EXPECT_EQ(Outline(*tree->root),
+              (std::vector<std::string>{"deep/", "  nested/", "    inner", "z/", "  one", "\xc3\xa9t\xc3\xa9", "a", "alpha", "ZED"}));
 
     const std::vector<std::string> files = {"deep/nested/inner.vn4m", "z/one.vn4m", "\xc3\xa9t\xc3\xa9.vn4m", "a.vn4m", "alpha.vn4m", "ZED.vn4m"};
     ASSERT_EQ(tree->files.size(), files.size());
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        EXPECT_EQ(tree->files[i]->GetPath(), Path(files[i]));
-        EXPECT_EQ(tree->files[i]->GetIndex(), static_cast<int>(i));
-        EXPECT_FALSE(tree->files[i]->IsFolder());
-    }
+    for (std::size_t i = 0; i < files.size(); ++i)
+        EXPECT_TRUE(tree->files[i]->GetPath() == Path(files[i]) && tree->files[i]->GetIndex() == static_cast<int>(i)) << files[i];
     EXPECT_EQ(tree->root->GetChildren()[0]->GetIndex(), -1);
 }
 
-TEST_F(DirectoryTest, NameComparison)
+TEST(DirectoryNameTest, ComparisonIgnoresCaseAndTakesBytesAsSigned)
 {
-    struct Case {
-        const char* a;
-        const char* b;
-        bool less;
-    };
-    const Case cases[] = {
+    const struct { const char *a, *b; bool less; } cases[] = {
         {"alpha", "ZED", true}, {"ZED", "alpha", false}, {"Zed", "zed", false}, {"zed", "Zed", false},
         {"ab", "abc", true},    {"abc", "ab", false},    {"_x", "a", true},     {"\xc3\xa9", "a", true},
         {"a10", "a9", true},    {"", "a", true},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(Directory::NameLess(c.a, c.b), c.less) << c.a << " < " << c.b;
+    for (const auto& [a, b, less] : cases)
+        EXPECT_EQ(Directory::NameLess(a, b), less) << a << " < " << b;
 }
 
 TEST_F(DirectoryTest, MissingRootIsMadeAndAFileAsRootGivesAnEmptyTree)
@@ -120,9 +106,7 @@ TEST_F(DirectoryTest, ExtraFoldersSitUnderOneRoot)
     directory.Rescan();
     const auto tree = directory.GetTree();
     EXPECT_EQ(tree->root->GetName(), "Presets");
-    EXPECT_EQ(tree->root->GetPath(), "");
-    const std::vector<std::string> expected = {"Factory/", "  one", "User/", "  mine", "Made/"};
-    EXPECT_EQ(Outline(*tree->root), expected);
+    EXPECT_EQ(Outline(*tree->root), (std::vector<std::string>{"Factory/", "  one", "User/", "  mine", "Made/"}));
     EXPECT_TRUE(boost::filesystem::is_directory(folder.Path() + "/Made"));
 }
 
@@ -130,10 +114,8 @@ TEST_F(DirectoryTest, HostileFilesAreSkipped)
 {
     // Deep enough to overflow a recursive parser's stack, and too large to be a preset.
     std::string deep;
-    for (const char* tag : {"</x>", "<e>"}) {
-        for (int i = 0; i < 300000; ++i)
-            deep += tag;
-    }
+    for (int i = 0; i < 600000; ++i)
+        deep += i < 300000 ? "</x>" : "<e>";
     folder.Write("Presets/deep.vn4m", deep);
     std::string big = Preset();
     big.insert(big.find("<Module"), std::string(5 << 20, ' '));
@@ -152,41 +134,38 @@ TEST_F(DirectoryTest, NavigatorWalksTheFilesSkippingThoseDeletedOutside)
 {
     Directory directory(root, model);
     directory.Rescan();
+    const auto tree = directory.GetTree();
     DirectoryNavigator navigator;
     EXPECT_FALSE(navigator.Next());
     EXPECT_FALSE(navigator.Select(Path("a.vn4m")));
-    navigator.SetTree(directory.GetTree());
+    navigator.SetTree(tree);
 
-    EXPECT_FALSE(navigator.Previous());
-    ASSERT_TRUE(navigator.Next());  // nothing selected: the first
-    EXPECT_EQ(navigator.GetIndex(), 0);
-    EXPECT_FALSE(navigator.Previous());
-
-    boost::filesystem::remove(Path("z/one.vn4m"));
-    boost::filesystem::remove(Path("\xc3\xa9t\xc3\xa9.vn4m"));
-    ASSERT_TRUE(navigator.Next());
-    EXPECT_EQ(navigator.GetSelected()->GetName(), "a");
-    ASSERT_TRUE(navigator.Previous());
-    EXPECT_EQ(navigator.GetIndex(), 0);
-
-    ASSERT_TRUE(navigator.Select(Path("ZED.vn4m")));
-    EXPECT_EQ(navigator.GetIndex(), 5);
-    EXPECT_FALSE(navigator.Next());  // no wrap-around
-    EXPECT_EQ(navigator.GetIndex(), 5);
-
-    boost::filesystem::remove(Path("alpha.vn4m"));
-    boost::filesystem::remove(Path("ZED.vn4m"));
-    ASSERT_TRUE(navigator.Select(Path("a.vn4m")));
-    EXPECT_FALSE(navigator.Next());  // only missing files ahead: stays
-    EXPECT_EQ(navigator.GetIndex(), 3);
-
-    EXPECT_FALSE(navigator.Select(Path("nothing.vn4m")));
-    EXPECT_EQ(navigator.GetIndex(), -1);
-    EXPECT_EQ(navigator.GetSelected(), nullptr);
-
-    boost::filesystem::remove(Path("deep/nested/inner.vn4m"));
-    EXPECT_FALSE(navigator.Next());  // the first is gone
-    EXPECT_EQ(navigator.GetIndex(), -1);
+    using Move = std::function<bool(DirectoryNavigator&)>;
+    const Move next = &DirectoryNavigator::Next, previous = &DirectoryNavigator::Previous;
+    const auto select = [this](const char* name) -> Move { return [path = Path(name)](auto& n) { return n.Select(path); }; };
+    // Files deleted outside first, then the move, what it returns, and the index after it.
+    const struct { std::vector<const char*> deleted; Move move; bool moved; int index; } steps[] = {
+        {{}, previous, false, -1},
+        {{}, next, true, 0},  // nothing selected: the first
+        {{}, previous, false, 0},
+        {{"z/one.vn4m", "\xc3\xa9t\xc3\xa9.vn4m"}, next, true, 3},
+        {{}, previous, true, 0},
+        {{}, select("ZED.vn4m"), true, 5},
+        {{}, next, false, 5},  // no wrap-around
+        {{"alpha.vn4m", "ZED.vn4m"}, select("a.vn4m"), true, 3},
+        {{}, next, false, 3},  // only missing files ahead: stays
+        {{}, select("nothing.vn4m"), false, -1},
+        {{"deep/nested/inner.vn4m"}, next, false, -1},  // the first is gone
+    };
+    int step = 0;
+    for (const auto& [deleted, move, moved, index] : steps) {
+        SCOPED_TRACE(step++);
+        for (const char* name : deleted)
+            boost::filesystem::remove(Path(name));
+        EXPECT_EQ(moved, move(navigator));
+        EXPECT_EQ(index, navigator.GetIndex());
+        EXPECT_EQ(index < 0 ? nullptr : tree->files[static_cast<std::size_t>(index)], navigator.GetSelected());
+    }
 }
 
 TEST_F(DirectoryTest, NewTreeKeepsTheSelectionByPath)
@@ -236,10 +215,7 @@ TEST(FileSystemTest, ErrorsNameTheOperationAndThePath)
     EXPECT_FALSE(FileSystem::IsDirectory(file + "/none"));
 }
 
-int OpenDescriptors()
-{
-    return static_cast<int>(std::distance(boost::filesystem::directory_iterator("/proc/self/fd"), {}));
-}
+long OpenDescriptors() { return std::distance(boost::filesystem::directory_iterator("/proc/self/fd"), {}); }
 
 TEST(FileSystemTest, AFailedWriteKeepsTheOldFileWholeAndLeavesNoTemporary)
 {
@@ -250,7 +226,7 @@ TEST(FileSystemTest, AFailedWriteKeepsTheOldFileWholeAndLeavesNoTemporary)
     FileSystem::WriteAtomically(path, "new");
     EXPECT_EQ(ReadFile(path), "new");
     boost::filesystem::remove(path + ".saving");
-    const int descriptors = OpenDescriptors();
+    const long descriptors = OpenDescriptors();
 
     {
         const FileSizeLimit limit(1000);

@@ -1,15 +1,20 @@
 // The preset state of whole in-process instances: files saved and loaded on the worker, the
 // arrows, the current preset's kind and name, snapshots for the memories, host programs, failed
 // saves, and the factory presets.
-#include "equaliser/DocumentProfile.h"
+#include "docview/interfaces/Audio.h"
+#include "docview/interfaces/Automation.h"
+#include "docview/interfaces/Programs.h"
 #include "equaliser/VN4ModuleBaseDocument.h"
 #include "product/state/ProgramDocument.h"
 #include "tests/product/state/StateTesting.h"
-#include "tests/support/ScratchFolder.h"
+#include "tests/support/AllocationCounter.h"
+#include "tests/support/LockCounter.h"
 
-#include <tinyxml.h>
-
+#include <array>
 #include <atomic>
+#include <chrono>
+#include <functional>
+#include <thread>
 
 #include <boost/filesystem.hpp>
 #include <gtest/gtest.h>
@@ -17,9 +22,12 @@
 namespace OV::Testing {
 namespace {
 
-using Products::VN4::MainDocumentSingleModule;
+using CFW::DocView::Audio;
+using CFW::DocView::Automation;
+using CFW::DocView::FindInterface;
+using CFW::DocView::Parameter;
+using CFW::DocView::Programs;
 using Products::VN4::State::ManagerSingleModule;
-using Rows = Comp::ModuleLinearPhaseEq::DocumentProfile;
 namespace fs = boost::filesystem;
 
 class PresetStateTest : public testing::Test {
@@ -34,11 +42,11 @@ public:
     ManagerSingleModule& Manager() { return Document().GetStateManager(); }
     auto& Presets() { return Manager().GetPresetState(); }
     std::string Path(const std::string& relative) const { return root + "/" + relative; }
-
-    float Gain(int band = 0, int set = Rows::LeftMid)
-    {
-        return Equaliser(Document()).GetParameter(Rows::BandRow(set, band, Rows::Gain)).AsFloat();
-    }
+    // Each waits for the worker to have done it.
+    void Load(const std::string& relative) { Presets().LoadPreset(Path(relative)); Settle(Document()); }
+    void Save(const std::string& path) { Presets().SavePreset(path); Settle(Document()); }
+    void Restore(const std::shared_ptr<ManagerSingleModule::Snapshot>& snapshot) { Manager().RestoreSnapshot(snapshot); Settle(Document()); }
+    float Gain(int band = 0, int set = Rows::LeftMid) { return Equaliser(Document()).GetParameter(Rows::BandRow(set, band, Rows::Gain)).AsFloat(); }
 
     // Writes test presets whose first band's gain tells them apart, then rescans.
     void WritePresets(const std::vector<std::pair<std::string, float>>& presets)
@@ -62,14 +70,12 @@ TEST_F(PresetStateTest, SavedPresetIsListedSelectedAndLoadsBackTheSameState)
     SetPeak(Document(), 5, 9000.0f, -2.5f);
     const std::string saved = ModuleText(Document());
     fs::create_directories(Path("Mine"));  // the save dialog makes the folder
-    Presets().SavePreset(Path("Mine/Warm.vn4m"));
-    Settle(Document());
+    Save(Path("Mine/Warm.vn4m"));
 
     const std::string file = ReadFile(Path("Mine/Warm.vn4m"));
     EXPECT_EQ(file.substr(0, file.find('\n')), "<?xml version=\"1.0\" ?>");
     EXPECT_EQ(WithoutGuids(file.substr(file.find('\n') + 1)), saved);
-    const auto tree = Presets().GetTree();
-    ASSERT_EQ(tree->files.size(), 1u);
+    ASSERT_EQ(Presets().GetTree()->files.size(), 1u);
     EXPECT_EQ(Presets().GetSelectedIndex(), 0);
     EXPECT_EQ(Manager().GetKind(), ManagerSingleModule::PresetFile);
     EXPECT_EQ(Manager().GetDisplayName(), "Warm");
@@ -79,15 +85,13 @@ TEST_F(PresetStateTest, SavedPresetIsListedSelectedAndLoadsBackTheSameState)
     Settle(Document());
     ASSERT_NE(ModuleText(Document()), saved);
     Presets().Rescan();
-    Presets().LoadPreset(Path("Mine/Warm.vn4m"));
-    Settle(Document());
+    Load("Mine/Warm.vn4m");
     EXPECT_EQ(ModuleText(Document()), saved);
     EXPECT_EQ(stateChanges.load(), 2);
 
     // Saving over the selected file writes it again; nothing else is listed.
     SetPeak(Document(), 2, 500.0f, -4.0f);
-    Presets().SavePreset(Path("Mine/Warm.vn4m"));
-    Settle(Document());
+    Save(Path("Mine/Warm.vn4m"));
     EXPECT_EQ(WithoutGuids(ReadFile(Path("Mine/Warm.vn4m")).substr(file.find('\n') + 1)), ModuleText(Document()));
     EXPECT_EQ(Presets().GetTree()->files.size(), 1u);
     EXPECT_TRUE(messages.Messages().empty());
@@ -96,34 +100,27 @@ TEST_F(PresetStateTest, SavedPresetIsListedSelectedAndLoadsBackTheSameState)
 TEST_F(PresetStateTest, ArrowsLoadTheFilesInMenuOrder)
 {
     WritePresets({{"b.vn4m", 2.0f}, {"A.vn4m", 1.0f}, {"c.vn4m", 3.0f}, {"d.vn4m", 4.0f}});
-
-    const std::vector<std::pair<void (*)(PresetStateTest&), float>> steps = {
-        {[](PresetStateTest& t) { t.Presets().LoadNext(); }, 1.0f},  // nothing selected: the first
-        {[](PresetStateTest& t) { t.Presets().LoadNext(); }, 2.0f},
-        {[](PresetStateTest& t) { t.Presets().LoadPrevious(); }, 1.0f},
-        {[](PresetStateTest& t) { t.Presets().LoadPrevious(); }, 1.0f},  // at the first: stays
-        {[](PresetStateTest& t) { t.Presets().LoadPreset(t.Path("d.vn4m")); }, 4.0f},
-        {[](PresetStateTest& t) { t.Presets().LoadNext(); }, 4.0f},  // at the last: stays
-        {[](PresetStateTest& t) { t.Presets().LoadPreset(t.Path("none.vn4m")); }, 4.0f},
+    const std::function<void()> next = [this] { Presets().LoadNext(); }, previous = [this] { Presets().LoadPrevious(); };
+    // The move, then the gain of both channels and the count of state changes.
+    const struct { std::function<void()> move; float gain; int changes; } steps[] = {
+        {next, 1.0f, 1},  // nothing selected: the first
+        {next, 2.0f, 2},
+        {previous, 1.0f, 3},
+        {previous, 1.0f, 3},  // at the first: stays
+        {[this] { Presets().LoadPreset(Path("d.vn4m")); }, 4.0f, 4},
+        {next, 4.0f, 4},  // at the last: stays
+        {[this] { Presets().LoadPreset(Path("none.vn4m")); }, 4.0f, 4},
     };
-    const int expectedChanges[] = {1, 2, 3, 3, 4, 4, 4};
-    for (std::size_t i = 0; i < steps.size(); ++i) {
-        steps[i].first(*this);
+    int step = 0;
+    for (const auto& [move, gain, changes] : steps) {
+        SCOPED_TRACE(step++);
+        move();
         Settle(Document());
-        EXPECT_EQ(Gain(), steps[i].second) << "step " << i;
-        EXPECT_EQ(Gain(0, Rows::RightSide), steps[i].second) << "step " << i;
-        EXPECT_EQ(stateChanges.load(), expectedChanges[i]) << "step " << i;
+        EXPECT_EQ(Gain(), gain);
+        EXPECT_EQ(Gain(0, Rows::RightSide), gain);
+        EXPECT_EQ(stateChanges.load(), changes);
     }
     EXPECT_EQ(Presets().GetSelectedIndex(), -1);  // the unknown path selected nothing
-
-    // Deleted outside the program: skipped both ways.
-    Presets().LoadPreset(Path("d.vn4m"));
-    fs::remove(Path("c.vn4m"));
-    fs::remove(Path("b.vn4m"));
-    Presets().LoadPrevious();
-    Settle(Document());
-    EXPECT_EQ(Gain(), 1.0f);
-    EXPECT_EQ(Manager().GetDisplayName(), "A");
 }
 
 TEST_F(PresetStateTest, UnreadableFileKeepsTheStateButBecomesTheCurrentPreset)
@@ -131,14 +128,12 @@ TEST_F(PresetStateTest, UnreadableFileKeepsTheStateButBecomesTheCurrentPreset)
     folder.Write("Presets/NoFormat.vn4m",
                  "<Preset><Slot Model=\"f8fd5639-da16-4332-86c3-e1e0e7272048\"><Module LM_Band1Gain=\"9\" /></Slot></Preset>");
     WritePresets({{"Good.vn4m", 5.0f}});
-    Presets().LoadPreset(Path("Good.vn4m"));
-    Settle(Document());
+    Load("Good.vn4m");
     folder.Write("Presets/Good.vn4m", "<Preset><Slot");  // spoiled after the scan
 
     for (const char* name : {"NoFormat", "Good"}) {
         const int before = stateChanges.load();
-        Presets().LoadPreset(Path(std::string(name) + ".vn4m"));
-        Settle(Document());
+        Load(std::string(name) + ".vn4m");
         EXPECT_EQ(Gain(), 5.0f) << name;
         EXPECT_EQ(Manager().GetDisplayName(), name);
         EXPECT_EQ(stateChanges.load(), before + 1) << name;
@@ -148,18 +143,15 @@ TEST_F(PresetStateTest, UnreadableFileKeepsTheStateButBecomesTheCurrentPreset)
 TEST_F(PresetStateTest, SnapshotsGiveBackTheStateAndPresetOfTheirTime)
 {
     WritePresets({{"One.vn4m", 1.0f}, {"Two.vn4m", 2.0f}});
-    Presets().LoadPreset(Path("One.vn4m"));
-    Settle(Document());
+    Load("One.vn4m");
     const std::string one = ModuleText(Document());
 
     // Taken and restored through the queue, with edits queued between: they are undone.
     auto snapshot = Manager().TakeSnapshot();
     Equaliser(Document()).QueueSetParameter(Rows::BandRow(Rows::LeftMid, 0, Rows::Gain),
-                                            CFW::DocView::Parameter::FromFloat(-7.0f), CFW::DocView::SourceEditor);
-    Presets().LoadPreset(Path("Two.vn4m"));
-    Settle(Document());  // the name follows whichever came last: the load's signal, or the restore
-    Manager().RestoreSnapshot(snapshot);
-    Settle(Document());
+                                            Parameter::FromFloat(-7.0f), CFW::DocView::SourceEditor);
+    Load("Two.vn4m");  // the name follows whichever came last: the load's signal, or the restore
+    Restore(snapshot);
     EXPECT_EQ(ModuleText(Document()), one);
     EXPECT_EQ(Manager().GetKind(), ManagerSingleModule::PresetFile);
     EXPECT_EQ(Manager().GetDisplayName(), "One");
@@ -167,10 +159,8 @@ TEST_F(PresetStateTest, SnapshotsGiveBackTheStateAndPresetOfTheirTime)
 
     // The preset of a snapshot deleted since: nothing selected, the snapshot's name kept.
     Presets().Delete(Path("One.vn4m"));
-    Presets().LoadPreset(Path("Two.vn4m"));
-    Settle(Document());
-    Manager().RestoreSnapshot(snapshot);
-    Settle(Document());
+    Load("Two.vn4m");
+    Restore(snapshot);
     EXPECT_EQ(Presets().GetSelectedIndex(), -1);
     EXPECT_EQ(Manager().GetDisplayName(), "One");
     EXPECT_EQ(Gain(), 1.0f);
@@ -179,8 +169,7 @@ TEST_F(PresetStateTest, SnapshotsGiveBackTheStateAndPresetOfTheirTime)
     auto fresh = MakeInstance(folder.Path() + "/Other");
     auto empty = fresh->GetMainDocument().GetStateManager().TakeSnapshot();
     Settle(fresh->GetMainDocument());
-    Manager().RestoreSnapshot(empty);
-    Settle(Document());
+    Restore(empty);
     EXPECT_EQ(Manager().GetKind(), ManagerSingleModule::Nothing);
     EXPECT_EQ(Manager().GetDisplayName(), "");
     EXPECT_EQ(Gain(), 0.0f);
@@ -188,7 +177,6 @@ TEST_F(PresetStateTest, SnapshotsGiveBackTheStateAndPresetOfTheirTime)
 
 TEST_F(PresetStateTest, MemoriesHoldWholeStatesAndAnEmptyOneStartsFromDefaults)
 {
-    using CFW::DocView::Parameter;
     auto& memories = Document().GetMemories();
     for (const auto& memory : memories)
         EXPECT_EQ(memory, nullptr);
@@ -207,11 +195,9 @@ TEST_F(PresetStateTest, MemoriesHoldWholeStatesAndAnEmptyOneStartsFromDefaults)
     SetPeak(Document(), 3, 2000.0f, -3.0f);
     const std::string b = ModuleText(Document());
     memories[1] = Manager().TakeSnapshot();
-    Manager().RestoreSnapshot(memories[0]);
-    Settle(Document());
+    Restore(memories[0]);
     EXPECT_EQ(ModuleText(Document()), a);
-    Manager().RestoreSnapshot(memories[1]);
-    Settle(Document());
+    Restore(memories[1]);
     EXPECT_EQ(ModuleText(Document()), b);
 }
 
@@ -266,8 +252,7 @@ TEST_F(PresetStateTest, ResetsOtherThanTheButtonAlwaysGiveTheDefaults)
 TEST_F(PresetStateTest, HostProgramsCarryThePresetName)
 {
     WritePresets({{"Bright.vn4m", 2.0f}});
-    Presets().LoadPreset(Path("Bright.vn4m"));
-    Settle(Document());
+    Load("Bright.vn4m");
 
     auto& program = Document().GetProgramDocument();
     TiXmlElement saved("Preset");
@@ -290,26 +275,22 @@ TEST_F(PresetStateTest, HostProgramsCarryThePresetName)
     EXPECT_STREQ(again.Attribute("PresetName"), "");
 
     // A preset file never carries the name.
-    Presets().SavePreset(Path("Bright.vn4m"));
-    Settle(Document());
+    Save(Path("Bright.vn4m"));
     EXPECT_EQ(ReadFile(Path("Bright.vn4m")).find("PresetName"), std::string::npos);
 }
 
 TEST_F(PresetStateTest, FailedSaveIsReportedAndKeepsTheEarlierFile)
 {
-    Presets().SavePreset(Path("Keep.vn4m"));
-    Settle(Document());
+    Save(Path("Keep.vn4m"));
     const std::string earlier = ReadFile(Path("Keep.vn4m"));
     const int before = stateChanges.load();
 
     SetPeak(Document(), 0, 100.0f, 3.0f);
     {
         const FileSizeLimit limit(1000);  // a full disk, for this process
-        Presets().SavePreset(Path("Keep.vn4m"));
-        Settle(Document());
+        Save(Path("Keep.vn4m"));
     }
-    Presets().SavePreset(Path("Missing/New.vn4m"));
-    Settle(Document());
+    Save(Path("Missing/New.vn4m"));
 
     EXPECT_EQ(ReadFile(Path("Keep.vn4m")), earlier);
     EXPECT_FALSE(fs::exists(Path("Missing")));
@@ -325,8 +306,7 @@ TEST_F(PresetStateTest, FailedSaveIsReportedAndKeepsTheEarlierFile)
     const std::string elsewhere = folder.Path() + "/Elsewhere.vn4m";
     fs::rename(root, root + ".moved");
     fs::create_symlink(root + ".nowhere", root);
-    Presets().SavePreset(elsewhere);
-    Settle(Document());
+    Save(elsewhere);
     EXPECT_TRUE(fs::exists(elsewhere));
     EXPECT_EQ(messages.Messages().size(), 2u) << messages.Messages().back();
     EXPECT_EQ(stateChanges.load(), before + 1);
@@ -352,6 +332,139 @@ TEST(FactoryPresetTest, SeededOnFirstUseOnlyAndAllListed)
     auto again = MakeInstance(root, VARNEL4_FACTORY_PRESETS);
     EXPECT_EQ(again->GetMainDocument().GetStateManager().GetPresetState().GetTree()->files.size(), shipped - 1);
     EXPECT_TRUE(messages.Messages().empty());
+}
+
+// Everything a host and a user do to one instance, all at once: automation and audio on an audio
+// thread, preset loads and saves, program changes and chunk retrieval on the main thread. Run
+// under ThreadSanitizer as well; what is checked here is that it ends, and ends in the state of
+// the last operations.
+constexpr int slotCount = 37;
+
+// Counts what the host would be told.
+class CountingHost : public Automation::Listener {
+public:
+    void OnSlotChanged(int, float, float, int) override { ++told; }
+    std::atomic<int> told{0};
+};
+
+class ConcurrencyTest : public PresetStateTest {};
+
+TEST_F(ConcurrencyTest, AutomationPresetsProgramsAndChunksAllAtOnce)
+{
+    WritePresets({{"Warm.vn4m", 3.0f}, {"Cold.vn4m", -3.0f}});
+    auto& document = Document();
+    auto& presets = Presets();
+    auto* automation = FindInterface<Automation>(*instance);
+    auto* audio = FindInterface<Audio>(*instance);
+    auto* programs = FindInterface<Programs>(*instance);
+    ASSERT_TRUE(automation != nullptr && audio != nullptr && programs != nullptr);
+    CountingHost host;
+    automation->SetListener(&host);
+    audio->SetSampleRate(48000.0f);
+    audio->SetBlockSize(128);
+
+    // The audio thread moves every slot in turn between blocks.
+    std::atomic<bool> stop{false};
+    std::thread audioThread([&] {
+        std::vector<float> left(128, 0.25f), right(128, -0.25f), outLeft(128), outRight(128);
+        float* in[2] = {left.data(), right.data()};
+        float* out[2] = {outLeft.data(), outRight.data()};
+        for (int round = 0; !stop.load(); ++round) {
+            const int slot = round % slotCount;
+            automation->QueueNormalized(slot, static_cast<float>((round * 7) % 101) / 100.0f);
+            automation->GetValue((slot + 1) % slotCount);
+            audio->Process(in, out, 128, nullptr);
+        }
+    });
+
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(3);
+    for (int round = 0; std::chrono::steady_clock::now() < end; ++round) {
+        switch (round % 5) {
+        case 0: presets.LoadPreset(root + (round % 2 == 0 ? "/Warm.vn4m" : "/Cold.vn4m")); break;
+        case 1: presets.SavePreset(root + "/Saved.vn4m"); break;
+        case 2: programs->SetCurrent(round % programs->GetProfile()->GetProgramCount()); break;
+        case 3: {
+            TiXmlElement chunk("Program");
+            programs->SaveProgram(programs->GetCurrent(), chunk);
+            break;
+        }
+        default: presets.LoadNext(); break;
+        }
+    }
+    stop = true;
+    audioThread.join();
+
+    // Last, once the queue has room again: each slot moved across the middle (a switch flips),
+    // and a preset loaded. Each is then the state.
+    Settle(document);
+    std::array<float, slotCount> last{};
+    std::thread([&] {
+        for (int slot = 0; slot < slotCount; ++slot) {
+            last[std::size_t(slot)] = automation->GetNormalized(slot) >= 0.5f ? 0.25f : 0.75f;
+            EXPECT_TRUE(automation->QueueNormalized(slot, last[std::size_t(slot)])) << slot;
+        }
+    }).join();
+    presets.LoadPreset(root + "/Cold.vn4m");
+    Settle(document);
+
+    auto& eq = Equaliser(document);
+    for (int slot = 0; slot < slotCount; ++slot) {
+        const Parameter value = eq.GetParameter(automation->GetProfile()->GetSlotParameter(slot));
+        if (value.type == Parameter::Bool)
+            EXPECT_EQ(last[std::size_t(slot)] >= 0.5f, value.AsBool()) << slot;
+        else
+            EXPECT_NEAR(last[std::size_t(slot)], automation->ToNormalized(slot, value.AsFloat()), 1e-5) << slot;
+    }
+    for (int set : {Rows::LeftMid, Rows::RightSide})
+        EXPECT_FLOAT_EQ(-3.0f, eq.GetParameter(Rows::BandRow(set, 0, Rows::Gain)).AsFloat());
+    EXPECT_EQ("Cold", Manager().GetDisplayName());
+    TiXmlElement chunk("Program");
+    programs->SaveProgram(programs->GetCurrent(), chunk);
+    const TiXmlElement* module = chunk.FirstChildElement("Slot0")->FirstChildElement("Module");
+    ASSERT_NE(nullptr, module);
+    EXPECT_STREQ("-3", module->Attribute("LM_Band1Gain"));
+    EXPECT_GE(host.told.load(), slotCount);
+    EXPECT_TRUE(messages.Messages().empty());
+    automation->SetListener(nullptr);
+}
+
+TEST_F(ConcurrencyTest, HostAutomationOnTheAudioThreadNeitherAllocatesNorLocksMore)
+{
+    auto* automation = FindInterface<Automation>(*instance);
+    auto* audio = FindInterface<Audio>(*instance);
+    audio->SetSampleRate(48000.0f);
+    audio->SetBlockSize(64);
+    std::vector<float> left(64, 0.25f), right(64, 0.25f), outLeft(64), outRight(64);
+    float* in[2] = {left.data(), right.data()};
+    float* out[2] = {outLeft.data(), outRight.data()};
+    audio->Process(in, out, 64, nullptr);
+
+    // Reads and blocks take no lock. A queued write takes the pool's and the queue's mutexes and
+    // the one inside the condition variable that wakes the worker.
+    constexpr int rounds = 2000;
+    long allocations = 0, writeLocks = 0, otherLocks = 0;
+    std::thread audioThread([&] {
+        const AllocationCounter counter;
+        for (int round = 0; round < rounds; ++round) {
+            const int slot = round % slotCount;
+            const LockCounter writes;
+            automation->QueueNormalized(slot, static_cast<float>(round % 11) / 10.0f);
+            automation->QueueValue((slot + 5) % slotCount, static_cast<float>(round % 7));
+            writeLocks += writes.Count();
+            const LockCounter others;
+            automation->GetValue(slot);
+            automation->GetNormalized(slot);
+            audio->Process(in, out, 64, nullptr);
+            otherLocks += others.Count();
+        }
+        allocations = counter.Count();
+    });
+    audioThread.join();
+    EXPECT_EQ(0, allocations);
+    if (LockCounter::IsAvailable()) {
+        EXPECT_EQ(0, otherLocks);
+        EXPECT_LE(writeLocks, 3 * 2 * rounds);
+    }
 }
 
 }  // namespace
