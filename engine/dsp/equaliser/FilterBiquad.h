@@ -51,17 +51,18 @@ public:
 
     // +0 for a value whose exponent field is zero (zero or denormal), else the value. Branch
     // free: the bit pattern masked by the test |value| >= the smallest normal, which fails for
-    // exactly those values (and passes NaN and infinities).
+    // exactly those values (and passes NaN and infinities). The value is broadcast rather than
+    // set alone in its register, which compilers do through an integer register.
     static double FlushDouble(double value)
     {
-        const __m128d v = _mm_set_sd(value);
+        const __m128d v = _mm_set1_pd(value);
         const __m128d magnitude = _mm_and_pd(v, _mm_castsi128_pd(_mm_set1_epi64x(0x7fffffffffffffffll)));
         const __m128d keep = _mm_cmpnlt_sd(magnitude, _mm_set_sd(DBL_MIN));
         return _mm_cvtsd_f64(_mm_and_pd(v, keep));
     }
     static float FlushFloat(float value)
     {
-        const __m128 v = _mm_set_ss(value);
+        const __m128 v = _mm_set1_ps(value);
         const __m128 magnitude = _mm_and_ps(v, _mm_castsi128_ps(_mm_set1_epi32(0x7fffffff)));
         const __m128 keep = _mm_cmpnlt_ss(magnitude, _mm_set_ss(FLT_MIN));
         return _mm_cvtss_f32(_mm_and_ps(v, keep));

@@ -2,7 +2,6 @@
 
 #include "engine/dsp/gain/GaindB.h"
 #include "engine/dsp/gain/ModuleKD2.h"
-#include "engine/dsp/meter/Meter.h"
 
 namespace AudioEngine::VN4 {
 
@@ -18,6 +17,20 @@ void LinearPhaseEq::CreateChildren()
     AddChild("OutputGainR", std::make_unique<OutputGain>());
     AddChild("OutputMeterL", std::make_unique<PeakMeter>());
     AddChild("OutputMeterR", std::make_unique<PeakMeter>());
+    chainL = static_cast<LinearizedFilterChain*>(GetChild("ChainL"));
+    chainR = static_cast<LinearizedFilterChain*>(GetChild("ChainR"));
+    gainL = GetChild("OutputGainL");
+    gainR = GetChild("OutputGainR");
+    meterL = static_cast<PeakMeter*>(GetChild("OutputMeterL"));
+    meterR = static_cast<PeakMeter*>(GetChild("OutputMeterR"));
+}
+
+void LinearPhaseEq::Process()
+{
+    LinearizedFilterChain::ProcessPair(*chainL, *chainR);
+    gainL->Process();
+    gainR->Process();
+    PeakMeter::ProcessPair(*meterL, *meterR);
 }
 
 void LinearPhaseEq::CreateInputs()

@@ -2,6 +2,7 @@
 
 #include "engine/core/ModuleStructured.h"
 #include "engine/dsp/equaliser/LinearizedFilterChain.h"
+#include "engine/dsp/meter/Meter.h"
 
 namespace AudioEngine::VN4 {
 
@@ -22,6 +23,8 @@ public:
 
     LinearPhaseEq();
 
+    // Both chains in one pass, the gains, then both meters in one pass.
+    void Process() override;
     // Forwards, then publishes the running rate as "SampleRate".
     void SampleRateChanged() override;
 
@@ -31,6 +34,14 @@ protected:
     void CreateOutputs() override;
     void CreateParameters() override;
     void ConnectChildren() override;
+
+private:
+    LinearizedFilterChain* chainL = nullptr;
+    LinearizedFilterChain* chainR = nullptr;
+    Module* gainL = nullptr;
+    Module* gainR = nullptr;
+    PeakMeter* meterL = nullptr;
+    PeakMeter* meterR = nullptr;
 };
 
 }  // namespace AudioEngine::VN4

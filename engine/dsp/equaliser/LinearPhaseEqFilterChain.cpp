@@ -1,5 +1,7 @@
 #include "engine/dsp/equaliser/LinearPhaseEqFilterChain.h"
 
+#include "engine/dsp/equaliser/CascadeKernels.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -68,47 +70,6 @@ Coefficients DesignBand(const FilterBand& band, bool linearized, double fs)
     }
 }
 
-// The active sections of a cascade as a software pipeline: in each step, section j works on
-// the sample that section j - 1 finished in the step before, so that the sections' recursions
-// run side by side instead of one after the other. Each section still sees exactly the float
-// samples, in the same order, that it would see running alone over the whole block.
-template <int K>
-void RunCascade(Biquad* const* sections, const float* in, float* out, int count)
-{
-    Biquad lane[K];
-    for (int j = 0; j < K; ++j)
-        lane[j] = *sections[j];
-    float carried[K] = {}; // carried[j]: what section j produced in the last step
-
-    const auto step = [&](int i) {
-        // From the last section back, so that each reads its predecessor's previous output.
-        for (int j = K - 1; j > 0; --j) {
-            if (i - j >= 0 && i - j < count)
-                carried[j] = lane[j].Tick(carried[j - 1]);
-        }
-        if (i < count)
-            carried[0] = lane[0].Tick(in[i]);
-        if (i - (K - 1) >= 0)
-            out[i - (K - 1)] = carried[K - 1];
-    };
-
-    const int fill = std::min(K - 1, count);
-    int i = 0;
-    for (; i < fill; ++i)
-        step(i);
-    for (; i < count; ++i) {
-        for (int j = K - 1; j > 0; --j)
-            carried[j] = lane[j].Tick(carried[j - 1]);
-        carried[0] = lane[0].Tick(in[i]);
-        out[i - (K - 1)] = carried[K - 1];
-    }
-    for (; i < count + K - 1; ++i)
-        step(i);
-
-    for (int j = 0; j < K; ++j)
-        *sections[j] = lane[j];
-}
-
 }  // namespace
 
 LinearPhaseEqFilterChain<Biquad, 6>::LinearPhaseEqFilterChain() = default;
@@ -121,38 +82,40 @@ void LinearPhaseEqFilterChain<Biquad, 6>::Reset()
     }
 }
 
+int LinearPhaseEqFilterChain<Biquad, 6>::RunningSections(Biquad** running)
+{
+    int count = 0;
+    for (int band = 0; band < bandCount && !bypass; ++band) {
+        if (bands[static_cast<std::size_t>(band)].active)
+            running[count++] = &sections[static_cast<std::size_t>(band)];
+    }
+    return count;
+}
+
 void LinearPhaseEqFilterChain<Biquad, 6>::Process(const float* in, float* out, int count)
 {
     Biquad* running[bandCount];
-    int k = 0;
-    for (int band = 0; band < bandCount && !bypass; ++band) {
-        if (bands[static_cast<std::size_t>(band)].active)
-            running[k++] = &sections[static_cast<std::size_t>(band)];
+    const int k = RunningSections(running);
+    if (k > 0)
+        Cascade().mono(running, k, in, out, count);
+    else if (in != out)
+        std::copy(in, in + count, out);
+}
+
+void LinearPhaseEqFilterChain<Biquad, 6>::ProcessPair(LinearPhaseEqFilterChain& left, LinearPhaseEqFilterChain& right,
+                                                      const float* inL, const float* inR, float* outL, float* outR,
+                                                      int count)
+{
+    Biquad* runningL[bandCount];
+    Biquad* runningR[bandCount];
+    const int kL = left.RunningSections(runningL);
+    const int kR = right.RunningSections(runningR);
+    if (kL == 0 || kR == 0) {
+        left.Process(inL, outL, count);
+        right.Process(inR, outR, count);
+        return;
     }
-    switch (k) {
-    case 0:
-        if (in != out)
-            std::copy(in, in + count, out);
-        break;
-    case 1:
-        RunCascade<1>(running, in, out, count);
-        break;
-    case 2:
-        RunCascade<2>(running, in, out, count);
-        break;
-    case 3:
-        RunCascade<3>(running, in, out, count);
-        break;
-    case 4:
-        RunCascade<4>(running, in, out, count);
-        break;
-    case 5:
-        RunCascade<5>(running, in, out, count);
-        break;
-    default:
-        RunCascade<6>(running, in, out, count);
-        break;
-    }
+    Cascade().stereo(runningL, kL, runningR, kR, inL, inR, outL, outR, count);
 }
 
 void LinearPhaseEqFilterChain<Biquad, 6>::Design(int band)

@@ -41,11 +41,17 @@ public:
     void Reset() override;
     // Audio thread. `in` and `out` may be the same buffer.
     void Process(const float* in, float* out, int count);
+    // Two channels' chains over the same count, scheduled together; the same results as each
+    // chain's Process. Audio thread.
+    static void ProcessPair(LinearPhaseEqFilterChain& left, LinearPhaseEqFilterChain& right, const float* inL,
+                            const float* inR, float* outL, float* outR, int count);
     // Writes the band's coefficients into its section and into its coefficient vector.
     void Design(int band);
 
     // The five coefficients of each band, band after band: 30 floats.
     void CopyCoefficients(float* target) const;
+    // The sections that run, in band order, into `running`; none when bypassed.
+    int RunningSections(Biquad** running);
 
     std::array<Biquad, bandCount> sections;
     bool linearized = true;

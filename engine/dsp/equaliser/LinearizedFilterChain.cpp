@@ -46,6 +46,24 @@ void LinearizedFilterChain::ProcessBlock()
         chainA.Process(input->GetBuffer(), output->GetBuffer(), count);
 }
 
+void LinearizedFilterChain::ProcessPair(LinearizedFilterChain& left, LinearizedFilterChain& right)
+{
+    if (left.linearize != right.linearize) {
+        left.ProcessBlock();
+        right.ProcessBlock();
+        return;
+    }
+    const int count = left.GetBlockSize();
+    float* outL = left.output->GetBuffer();
+    float* outR = right.output->GetBuffer();
+    const float* inL = left.input->GetBuffer();
+    const float* inR = right.input->GetBuffer();
+    if (left.linearize)
+        AudioAlgorithm::ReversedBlockFilter::ProcessPair(left.reversedBlock, right.reversedBlock, outL, outR, inL, inR, count);
+    else
+        EqChain::ProcessPair(left.chainA, right.chainA, inL, inR, outL, outR, count);
+}
+
 template <typename Update>
 void LinearizedFilterChain::ForBand(int band, Update&& update)
 {

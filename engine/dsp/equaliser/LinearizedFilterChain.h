@@ -16,6 +16,9 @@ public:
     void SetParameter(const std::string& name, float value) override;
     void SampleRateChanged() override;
     void Reset() override;
+    // The block of both channels of an equaliser, their cascades scheduled together where
+    // their modes agree; the same results as each one's Process. Audio thread.
+    static void ProcessPair(LinearizedFilterChain& left, LinearizedFilterChain& right);
 
     // The chain that designs the bands and runs the minimum-phase path; its coefficients are
     // those published.

@@ -29,11 +29,20 @@ public:
 
     // Audio thread. `out` and `in` may be the same buffer.
     void Process(float* out, const float* in, int count);
+    // Two channels' filters at once, their cascades scheduled together when their positions
+    // agree (as they do for the two channels of one equaliser); the same results as each
+    // filter's Process. Audio thread.
+    static void ProcessPair(ReversedBlockFilter& left, ReversedBlockFilter& right, float* outL, float* outR,
+                            const float* inL, const float* inR, int count);
     // Zeroes every buffer and puts the reversed pass where a silent history would have left it
     // at the current position, so the block phases stay aligned.
     void Clear();
 
 private:
+    template <int C>
+    static void Run(ReversedBlockFilter* const (&filters)[C], float* const (&out)[C], const float* const (&in)[C],
+                    int count);
+
     EqChain& chainA;
     EqChain& chainB;
     std::vector<float> scratch;

@@ -71,47 +71,100 @@ void Meter<F, A, R, P, O, S, G>::Reset()
 }
 
 template <typename F, int A, int R, int P, int O, int S, int G>
-void Meter<F, A, R, P, O, S, G>::ProcessBlock()
+typename Meter<F, A, R, P, O, S, G>::Pass Meter<F, A, R, P, O, S, G>::Begin() const
 {
     const float fs = GetSampleRate();
     const float peakHold = peakHoldTime->GetValue();
     const float overHold = overHoldTime->GetValue();
-    const int holdPeak = static_cast<int>(peakHold * fs * 0.001f);
-    const int holdOver = static_cast<int>(overHold * fs * 0.001f);
-    const int runForOver = static_cast<int>(overSamples->GetValue());
-    const float* in = input->GetBuffer();
-    const int count = GetBlockSize();
-    for (int i = 0; i < count; ++i) {
-        const float a = std::fabs(in[i]);
-        const float coef = a < envelope ? release : attack;
-        envelope = AudioAlgorithm::Biquad::FlushFloat((envelope - a) * coef + a);
-        if (envelope > levelMaximum)
-            levelMaximum = envelope;
-        if (envelope > heldPeak) {
-            heldPeak = envelope;
-            peakCounter = 0;
-        } else if (peakHold >= 0.0f && (peakCounter > holdPeak || ++peakCounter > holdPeak)) {
-            // Counting stops once the hold is over: hours of silence never overflow it.
-            heldPeak = 0.0f;
-        }
-        if (heldPeak > peakMaximum)
-            peakMaximum = heldPeak;
-        if (a > 1.0f) {
-            overLit = true;
-        } else if (a == 1.0f) {
-            if (++fullScaleRun == runForOver)
-                overLit = true;
-        } else {
-            fullScaleRun = 0;
-        }
-        if (overHold >= 0.0f && overLit && ++overCounter > holdOver) {
-            overLit = false;
-            overCounter = 0;
-        }
+    return {envelope,
+            levelMaximum,
+            heldPeak,
+            peakMaximum,
+            overLit,
+            peakCounter,
+            overCounter,
+            fullScaleRun,
+            attack,
+            release,
+            peakHold >= 0.0f,
+            overHold >= 0.0f,
+            static_cast<int>(peakHold * fs * 0.001f),
+            static_cast<int>(overHold * fs * 0.001f),
+            static_cast<int>(overSamples->GetValue())};
+}
+
+template <typename F, int A, int R, int P, int O, int S, int G>
+inline void Meter<F, A, R, P, O, S, G>::Pass::Step(float x)
+{
+    const float a = std::fabs(x);
+    const float coef = a < envelope ? release : attack;
+    envelope = AudioAlgorithm::Biquad::FlushFloat((envelope - a) * coef + a);
+    if (envelope > levelMaximum)
+        levelMaximum = envelope;
+    if (envelope > heldPeak) {
+        heldPeak = envelope;
+        peakCounter = 0;
+    } else if (holdsPeak && (peakCounter > holdPeak || ++peakCounter > holdPeak)) {
+        // Counting stops once the hold is over: hours of silence never overflow it.
+        heldPeak = 0.0f;
     }
+    if (heldPeak > peakMaximum)
+        peakMaximum = heldPeak;
+    if (a > 1.0f) {
+        overLit = true;
+    } else if (a == 1.0f) {
+        if (++fullScaleRun == runForOver)
+            overLit = true;
+    } else {
+        fullScaleRun = 0;
+    }
+    if (holdsOver && overLit && ++overCounter > holdOver) {
+        overLit = false;
+        overCounter = 0;
+    }
+}
+
+template <typename F, int A, int R, int P, int O, int S, int G>
+void Meter<F, A, R, P, O, S, G>::End(const Pass& pass)
+{
+    envelope = pass.envelope;
+    levelMaximum = pass.levelMaximum;
+    heldPeak = pass.heldPeak;
+    peakMaximum = pass.peakMaximum;
+    overLit = pass.overLit;
+    peakCounter = pass.peakCounter;
+    overCounter = pass.overCounter;
+    fullScaleRun = pass.fullScaleRun;
     level->SetValue(levelMaximum * gain);
     peak->SetValue(peakMaximum * gain);
     over->SetValue(overLit ? 1.0f : 0.0f);
+}
+
+template <typename F, int A, int R, int P, int O, int S, int G>
+void Meter<F, A, R, P, O, S, G>::ProcessBlock()
+{
+    Pass pass = Begin();
+    const float* in = input->GetBuffer();
+    const int count = GetBlockSize();
+    for (int i = 0; i < count; ++i)
+        pass.Step(in[i]);
+    End(pass);
+}
+
+template <typename F, int A, int R, int P, int O, int S, int G>
+void Meter<F, A, R, P, O, S, G>::ProcessPair(Meter& left, Meter& right)
+{
+    Pass l = left.Begin();
+    Pass r = right.Begin();
+    const float* inL = left.input->GetBuffer();
+    const float* inR = right.input->GetBuffer();
+    const int count = left.GetBlockSize();
+    for (int i = 0; i < count; ++i) {
+        l.Step(inL[i]);
+        r.Step(inR[i]);
+    }
+    left.End(l);
+    right.End(r);
 }
 
 template class Meter<MeterDetails::PeakFunction<float>, 0, 600, 2000, 2000, 3, 0>;

@@ -25,6 +25,9 @@ public:
     void SampleRateChanged() override { UpdateCoefficients(); }
     void Reset() override;
     void BindPorts() override;
+    // Both channels' meters over the same block in one pass, their work interleaved; the same
+    // results as each one's Process. Audio thread.
+    static void ProcessPair(Meter& left, Meter& right);
 
 protected:
     void CreateInputs() override { AddInput("In"); }
@@ -51,8 +54,22 @@ private:
         float& maximum;
     };
 
+    // A block's work on one channel, in locals (the compiler cannot tell members from samples).
+    struct Pass {
+        void Step(float x);
+
+        float envelope, levelMaximum, heldPeak, peakMaximum;
+        bool overLit;
+        int peakCounter, overCounter, fullScaleRun;
+        float attack, release;
+        bool holdsPeak, holdsOver; // a negative hold time holds for ever
+        int holdPeak, holdOver, runForOver;
+    };
+
     float Coefficient(const char* timeName) const;
     void UpdateCoefficients();
+    Pass Begin() const;
+    void End(const Pass& pass);
 
     AudioContainers::Input* input = nullptr;
     ParameterBase* peakHoldTime = nullptr;

@@ -7,6 +7,7 @@
 #include "tests/engine/dsp/EqOracle.h"
 
 #include <algorithm>
+#include <cstring>
 #include <random>
 
 #include <gtest/gtest.h>
@@ -111,6 +112,52 @@ TEST(LinearPhaseTest, ImpulseResponseIsSymmetricWithTheSquaredMagnitude)
         if (Db(section) < -60.0)
             continue;
         EXPECT_NEAR(2.0 * Db(section), Db(MeasuredMagnitude(response, f, rate)), 0.02) << f << " Hz";
+    }
+}
+
+// Two channels' filters run as a pair give, bit for bit, what each gives alone, whatever the
+// bands of each and however the host cuts the blocks.
+TEST(LinearPhaseTest, APairOfChannelsEqualsEachChannelAlone)
+{
+    using AudioEngine::AudioAlgorithm::EqChain;
+    using AudioEngine::AudioAlgorithm::ReversedBlockFilter;
+    struct Channel {
+        explicit Channel(int activeMask)
+        {
+            for (EqChain* chain : {&a, &b}) {
+                chain->SetSampleRate(96000.0f);
+                for (int band = 0; band < EqChain::bandCount; ++band) {
+                    auto& settings = chain->bands[static_cast<std::size_t>(band)];
+                    settings.active = (activeMask >> band) % 2 == 1;
+                    settings.type = band % 5;
+                    settings.gain = 3.0f * static_cast<float>(band) - 7.0f;
+                    settings.frequency = 90.0f * static_cast<float>(band * band + 1);
+                }
+                chain->Reset();
+            }
+        }
+        EqChain a, b;
+        ReversedBlockFilter filter{a, b};
+    };
+    std::mt19937 random(99);
+    const std::vector<float> inputs[2] = {SeededNoise(3 * 16384, 1), SeededNoise(3 * 16384, 2)};
+    for (const auto& [maskL, maskR] : {std::pair{63, 63}, {5, 48}, {0, 21}}) {
+        Channel pair[2] = {Channel(maskL), Channel(maskR)};
+        Channel alone[2] = {Channel(maskL), Channel(maskR)};
+        std::vector<float> paired[2], single[2];
+        for (int c = 0; c < 2; ++c)
+            paired[c] = single[c] = std::vector<float>(inputs[0].size());
+        for (std::size_t done = 0; done < inputs[0].size();) {
+            const int n = std::min<int>(std::uniform_int_distribution<int>(1, 3000)(random), static_cast<int>(inputs[0].size() - done));
+            ReversedBlockFilter::ProcessPair(pair[0].filter, pair[1].filter, paired[0].data() + done, paired[1].data() + done,
+                                             inputs[0].data() + done, inputs[1].data() + done, n);
+            for (int c = 0; c < 2; ++c)
+                alone[c].filter.Process(single[c].data() + done, inputs[c].data() + done, n);
+            done += static_cast<std::size_t>(n);
+        }
+        for (int c = 0; c < 2; ++c)
+            EXPECT_EQ(0, std::memcmp(single[c].data(), paired[c].data(), single[c].size() * sizeof(float)))
+                << "masks " << maskL << ", " << maskR << ", channel " << c;
     }
 }
 
