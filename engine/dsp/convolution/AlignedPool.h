@@ -5,8 +5,9 @@
 
 namespace AudioEngine::Convolution {
 
-// Zeroed float arrays on 16-byte boundaries, freed all together. Each raw block is four floats
-// longer than asked, so rounding its start up to the boundary never eats into the array.
+// Zeroed float arrays on 16-byte (or wider) boundaries, freed all together. Each raw block is as
+// much longer than asked as the boundary is wide, so rounding its start up to the boundary never
+// eats into the array.
 // Set-up only: Allocate and Free allocate and free.
 class AlignedPool {
 public:
@@ -15,8 +16,9 @@ public:
     AlignedPool& operator=(const AlignedPool&) = delete;
     ~AlignedPool() { Free(); }
 
-    // `count` zeroed floats, valid until Free. Throws std::bad_alloc.
-    float* Allocate(std::size_t count);
+    // `count` zeroed floats on a boundary of `alignment` bytes (a power of two, at least 16),
+    // valid until Free. Throws std::bad_alloc.
+    float* Allocate(std::size_t count, std::size_t alignment = 16);
     void Free();
 
 private:

@@ -8,6 +8,12 @@ namespace {
 
 void Zero(float* data, int count) { std::memset(data, 0, sizeof(float) * static_cast<std::size_t>(count)); }
 
+void AddInto(float* __restrict target, const float* __restrict source, int count)
+{
+    for (int i = 0; i < count; ++i)
+        target[i] += source[i];
+}
+
 }  // namespace
 
 SegmentedConv::SegmentedConv(const TailPartitions& partitions)
@@ -50,13 +56,17 @@ void SegmentedConv::ProcessBlock(float* out, const float* in)
 
     float* acc = accumulators[static_cast<std::size_t>(current)];
     fft.Backward(acc);
+    // Into the overlap ring at `position`, and n samples out of it, zeroed as they leave: each
+    // in at most two stretches, before and after the ring's end.
     const int ringLength = 2 * transformLength;
-    for (int i = 0, r = position; i < transformLength; ++i, r = r + 1 == ringLength ? 0 : r + 1)
-        overlap[r] += acc[i];
-    for (int i = 0, r = position; i < n; ++i, r = r + 1 == ringLength ? 0 : r + 1) {
-        out[i] = overlap[r];
-        overlap[r] = 0.0f;
-    }
+    const int added = std::min(transformLength, ringLength - position);
+    AddInto(overlap + position, acc, added);
+    AddInto(overlap, acc + added, transformLength - added);
+    const int taken = std::min(n, ringLength - position);
+    std::copy(overlap + position, overlap + position + taken, out);
+    Zero(overlap + position, taken);
+    std::copy(overlap, overlap + n - taken, out + taken);
+    Zero(overlap, n - taken);
     Zero(acc, spectrumLength);
     position = (position + n) % ringLength;
     current = (current + 1) % accumulatorCount;

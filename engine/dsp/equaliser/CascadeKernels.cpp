@@ -90,30 +90,20 @@ struct PairRegisters {
     __m128d x1, x2, y1, y2, b0, b1, b2, a1, a2;
 };
 
-inline __m128d FlushDoubles(__m128d v)
-{
-    const __m128d magnitude = _mm_and_pd(v, _mm_castsi128_pd(_mm_set1_epi64x(0x7fffffffffffffffll)));
-    return _mm_and_pd(v, _mm_cmpnlt_pd(magnitude, _mm_set1_pd(DBL_MIN)));
-}
-
-inline __m128 FlushFloats(__m128 v)
-{
-    const __m128 magnitude = _mm_and_ps(v, _mm_castsi128_ps(_mm_set1_epi32(0x7fffffff)));
-    return _mm_and_ps(v, _mm_cmpnlt_ps(magnitude, _mm_set1_ps(FLT_MIN)));
-}
-
-// Biquad::Tick in both lanes: the same operations in the same order.
+// Biquad::Tick in both lanes: the same operations in the same order. The output, as the double
+// of its flushed float, is worked out from the unflushed result (see floatKeep).
 inline __m128d TickPair(PairRegisters& s, __m128d x)
 {
     __m128d y = _mm_add_pd(_mm_mul_pd(x, s.b0), _mm_mul_pd(s.b1, s.x1));
     y = _mm_sub_pd(y, _mm_mul_pd(s.y1, s.a1));
     y = _mm_add_pd(y, _mm_mul_pd(s.b2, s.x2));
-    y = FlushDoubles(_mm_sub_pd(y, _mm_mul_pd(s.a2, s.y2)));
+    y = _mm_sub_pd(y, _mm_mul_pd(s.a2, s.y2));
+    const __m128d magnitude = _mm_and_pd(y, _mm_castsi128_pd(_mm_set1_epi64x(0x7fffffffffffffffll)));
     s.x2 = s.x1;
     s.x1 = x;
     s.y2 = s.y1;
-    s.y1 = y;
-    return _mm_cvtps_pd(FlushFloats(_mm_cvtpd_ps(y)));
+    s.y1 = _mm_and_pd(y, _mm_cmpnlt_pd(magnitude, _mm_set1_pd(DBL_MIN)));
+    return _mm_and_pd(_mm_cvtps_pd(_mm_cvtpd_ps(y)), _mm_cmpnlt_pd(magnitude, _mm_set1_pd(CascadeDetails::floatKeep)));
 }
 
 // Keeps `previous` in the lanes that `busy` does not mark.

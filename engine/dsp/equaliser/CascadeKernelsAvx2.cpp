@@ -23,30 +23,22 @@ struct QuadRegisters {
     __m256d x1, x2, y1, y2, b0, b1, b2, a1, a2;
 };
 
-inline __m256d FlushDoubles(__m256d v)
-{
-    const __m256d magnitude = _mm256_and_pd(v, _mm256_castsi256_pd(_mm256_set1_epi64x(0x7fffffffffffffffll)));
-    return _mm256_and_pd(v, _mm256_cmp_pd(magnitude, _mm256_set1_pd(DBL_MIN), _CMP_NLT_US));
-}
-
-inline __m128 FlushFloats(__m128 v)
-{
-    const __m128 magnitude = _mm_and_ps(v, _mm_castsi128_ps(_mm_set1_epi32(0x7fffffff)));
-    return _mm_and_ps(v, _mm_cmp_ps(magnitude, _mm_set1_ps(FLT_MIN), _CMP_NLT_US));
-}
-
-// Biquad::Tick in four lanes: the same operations in the same order.
+// Biquad::Tick in four lanes: the same operations in the same order. The output, as the double
+// of its flushed float, is worked out from the unflushed result (see floatKeep).
 inline __m256d TickQuad(QuadRegisters& s, __m256d x)
 {
     __m256d y = _mm256_add_pd(_mm256_mul_pd(x, s.b0), _mm256_mul_pd(s.b1, s.x1));
     y = _mm256_sub_pd(y, _mm256_mul_pd(s.y1, s.a1));
     y = _mm256_add_pd(y, _mm256_mul_pd(s.b2, s.x2));
-    y = FlushDoubles(_mm256_sub_pd(y, _mm256_mul_pd(s.a2, s.y2)));
+    y = _mm256_sub_pd(y, _mm256_mul_pd(s.a2, s.y2));
+    const __m256d magnitude = _mm256_and_pd(y, _mm256_castsi256_pd(_mm256_set1_epi64x(0x7fffffffffffffffll)));
+    const __m256d keepDouble = _mm256_cmp_pd(magnitude, _mm256_set1_pd(DBL_MIN), _CMP_NLT_US);
+    const __m256d keepFloat = _mm256_cmp_pd(magnitude, _mm256_set1_pd(CascadeDetails::floatKeep), _CMP_NLT_US);
     s.x2 = s.x1;
     s.x1 = x;
     s.y2 = s.y1;
-    s.y1 = y;
-    return _mm256_cvtps_pd(FlushFloats(_mm256_cvtpd_ps(y)));
+    s.y1 = _mm256_and_pd(y, keepDouble);
+    return _mm256_and_pd(_mm256_cvtps_pd(_mm256_cvtpd_ps(y)), keepFloat);
 }
 
 // Keeps `previous` in the lanes that `busy` does not mark.

@@ -8,6 +8,13 @@
 namespace AudioEngine::AudioAlgorithm::CascadeDetails {
 
 constexpr int maxSections = 6;
+
+// A section's output to the next is its result rounded to float and flushed. That float is kept
+// exactly when |y| >= FLT_MIN - 2^-150 (NaN too): below, it rounds to a subnormal or zero (the
+// midpoint rounds up to FLT_MIN, whose mantissa is even). Testing y itself lets the test run
+// beside the conversion. The double flush of y changes only values whose float is zero, so the
+// output need not wait for it either.
+constexpr double floatKeep = 0x1p-126 - 0x1p-150;
 constexpr int laneCount = 2 * maxSections;
 
 // The sections of two channels as lanes: lane 2 * j + c is section j of channel c, so that one

@@ -132,5 +132,38 @@ TEST(CascadeTest, EveryKernelEqualsTheSectionsOneAfterAnother)
     }
 }
 
+// A section's result right at the float range's lower edge: FLT_MIN - 2^-150 rounds up to
+// FLT_MIN and is kept, a hair less rounds to a subnormal and is flushed, in a cascade's output
+// and in what a section hands the next.
+TEST(CascadeTest, OutputsAtTheLowerEdgeOfTheFloatRangeAreKeptOrFlushedAlike)
+{
+    const double edge = 1.0 - 0x1p-24; // FLT_MIN * edge = FLT_MIN - 2^-150
+    const double gains[] = {edge, edge - 0x1p-50, edge + 0x1p-50, 1.0, 0.5, -edge};
+    const std::vector<float> in = {0x1p-126f, -0x1p-126f, 0x1p-125f, 0.0f, -0.0f, 0x1p-126f, 1.0f, 0x1p-126f};
+    const int frames = static_cast<int>(in.size());
+    const auto scaling = [](double b0) {
+        Biquad section;
+        section.SetCoefficients(b0, 0.0, 0.0, 0.0, 0.0);
+        return section;
+    };
+    for (const CascadeKernels* kernels : AudioEngine::AudioAlgorithm::RunnableCascadeKernels()) {
+        for (const double gain : gains) {
+            // Left: the scaling section alone; right: it, then one that passes its input on.
+            Biquad left[1] = {scaling(gain)};
+            Biquad right[2] = {scaling(gain), scaling(1.0)};
+            Biquad oracle[3] = {left[0], right[0], right[1]};
+            std::vector<float> expected[2] = {in, in}, out[2] = {in, in};
+            oracle[0].Process(expected[0].data(), expected[0].data(), frames);
+            oracle[1].Process(expected[1].data(), expected[1].data(), frames);
+            oracle[2].Process(expected[1].data(), expected[1].data(), frames);
+            Biquad* l[1] = {&left[0]};
+            Biquad* r[2] = {&right[0], &right[1]};
+            kernels->stereo(l, 1, r, 2, out[0].data(), out[1].data(), out[0].data(), out[1].data(), frames);
+            EXPECT_TRUE(SameBits(expected[0], out[0])) << kernels->name << ", gain " << gain << ", one section";
+            EXPECT_TRUE(SameBits(expected[1], out[1])) << kernels->name << ", gain " << gain << ", two sections";
+        }
+    }
+}
+
 }  // namespace
 }  // namespace OV::Testing
