@@ -2,10 +2,14 @@
 // samples of the host's re-framing, for every combination of linear phase, oversampling and
 // pad, at 48 and at 96 kHz (where oversampling is always off).
 #include "engine/ModuleHostEngine.h"
+#include "engine/dsp/latency/DelayLine.h"
+#include "tests/engine/convolution/ConvolutionOracle.h"
+#include "tests/engine/dsp/EngineRunner.h"
 #include "tests/support/ScratchFolder.h"
 
 #include <algorithm>
 #include <cmath>
+#include <random>
 
 #include <gtest/gtest.h>
 
@@ -57,6 +61,36 @@ TEST(EngineLatencyTest, ConstructionTellsTheKernelsChosen)
 {
     const std::string printed = CaptureStandardError([] { ModuleHostEngine engine; });
     EXPECT_TRUE(printed == "Katmai Optimizaions\n" || printed == "Blend Optimizaions\n") << printed;
+}
+
+// The pad's delay line, run as the engine cuts blocks, equals a ring written and read a sample
+// at a time, through delay jumps between blocks, a delay of 0 and delays up to its capacity.
+TEST(EngineLatencyTest, DelayLineEqualsARingWrittenAndReadSampleBySample)
+{
+    constexpr int maxDelay = 40;
+    EngineRunner<AudioEngine::DelayLine<maxDelay, 0>> runner;
+    std::mt19937 random(31);
+    std::vector<float> ring(maxDelay + 1, 0.0f);
+    int read = 0, write = 0;
+    std::vector<float> input(static_cast<std::size_t>(hostDelay), 0.0f); // what the line sees: the host's pad first
+    for (int block = 0; block < 400; ++block) {
+        if (block % 3 == 0) {
+            const int delay = std::uniform_int_distribution<int>(0, 3)(random) == 0 ? maxDelay - block % 2
+                                                                                  : std::uniform_int_distribution<int>(0, maxDelay)(random);
+            runner.Set("DelaySamples", static_cast<float>(delay));
+            write = (read + delay) % (maxDelay + 1);
+        }
+        // Multiples of 4, so the host's pad stays full and the line has seen every sample given.
+        const std::vector<float> x = Noise(random, 4 * static_cast<std::size_t>(std::uniform_int_distribution<int>(1, 25)(random)));
+        const std::vector<float> y = runner.RunMono(x, static_cast<int>(x.size()));
+        for (std::size_t i = 0; i < x.size(); ++i) {
+            input.push_back(x[i]);
+            ring[static_cast<std::size_t>(write)] = input[input.size() - 1 - static_cast<std::size_t>(hostDelay)];
+            ASSERT_EQ(ring[static_cast<std::size_t>(read)], y[i]) << "block " << block << ", sample " << i;
+            write = (write + 1) % (maxDelay + 1);
+            read = (read + 1) % (maxDelay + 1);
+        }
+    }
 }
 
 }  // namespace

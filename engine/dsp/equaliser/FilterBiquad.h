@@ -60,6 +60,12 @@ public:
         const __m128d keep = _mm_cmpnlt_sd(magnitude, _mm_set_sd(DBL_MIN));
         return _mm_cvtsd_f64(_mm_and_pd(v, keep));
     }
+    // FlushFloat on four floats at once.
+    static __m128 FlushFloats(__m128 v)
+    {
+        const __m128 magnitude = _mm_and_ps(v, _mm_castsi128_ps(_mm_set1_epi32(0x7fffffff)));
+        return _mm_and_ps(v, _mm_cmpnlt_ps(magnitude, _mm_set1_ps(FLT_MIN)));
+    }
     static float FlushFloat(float value)
     {
         const __m128 v = _mm_set1_ps(value);

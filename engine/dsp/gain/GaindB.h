@@ -4,6 +4,7 @@
 #include "engine/dsp/equaliser/FilterBiquad.h"
 
 #include <cmath>
+#include <limits>
 
 namespace AudioEngine {
 
@@ -41,17 +42,28 @@ protected:
     void ProcessBlock() override
     {
         using AudioAlgorithm::Biquad;
-        const double exponent = static_cast<double>(gain->GetValue()) * static_cast<double>(0.05f);
-        const float g = Biquad::FlushFloat(static_cast<float>(std::pow(10.0, exponent)));
+        const float dB = gain->GetValue();
+        if (dB != factorFor) { // worked out again only when the gain moves
+            const double exponent = static_cast<double>(dB) * static_cast<double>(0.05f);
+            factor = Biquad::FlushFloat(static_cast<float>(std::pow(10.0, exponent)));
+            factorFor = dB;
+        }
+        const float g = factor;
         const float* in = input->GetBuffer();
         float* out = output->GetBuffer();
         const int count = GetBlockSize();
-        for (int i = 0; i < count; ++i)
+        const __m128 scale = _mm_set1_ps(g);
+        int i = 0;
+        for (; i + 4 <= count; i += 4)
+            _mm_storeu_ps(out + i, _mm_mul_ps(scale, Biquad::FlushFloats(_mm_loadu_ps(in + i))));
+        for (; i < count; ++i)
             out[i] = g * Biquad::FlushFloat(in[i]);
     }
 
 private:
     ParameterBase* gain = nullptr;
+    float factorFor = std::numeric_limits<float>::quiet_NaN(); // the gain, dB, `factor` is for
+    float factor = 1.0f;
 };
 
 }  // namespace AudioEngine

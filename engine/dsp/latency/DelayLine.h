@@ -2,6 +2,8 @@
 
 #include "engine/core/ModuleMono.h"
 
+#include <algorithm>
+
 namespace AudioEngine {
 
 // A delay of "DelaySamples" (0 to MaxDelay) samples. A change jumps: no crossfade.
@@ -28,25 +30,42 @@ protected:
         ModuleMono::FinishSetup();
         AllocateDelay();
     }
-    // Per sample: write, then read, so a delay of 0 passes the sample just written.
+    // Per sample: write, then read, so a delay of 0 passes the sample just written. Done in
+    // stretches that write, then read, many samples: the same as sample by sample as long as no
+    // stretch writes a slot before it is read, so a stretch ends where the writes would reach the
+    // read cursor (only a delay within a block of the ring's size makes that short).
     void ProcessBlock() override
     {
         const float* in = input->GetBuffer();
         float* out = output->GetBuffer();
-        const int count = GetBlockSize();
         float* samples = ring.Data();
         const int capacity = ring.Capacity();
-        for (int i = 0; i < count; ++i) {
-            samples[write] = in[i];
-            out[i] = samples[read];
-            if (++write == capacity)
-                write = 0;
-            if (++read == capacity)
-                read = 0;
+        const int ahead = write >= read ? write - read : write + capacity - read;
+        for (int done = 0, count = GetBlockSize(); done < count;) {
+            const int n = std::min(count - done, capacity - ahead);
+            Copy(in + done, n, samples, write, capacity);
+            for (int left = n, at = read, to = done; left > 0;) {
+                const int stretch = std::min(left, capacity - at);
+                std::copy(samples + at, samples + at + stretch, out + to);
+                at = at + stretch == capacity ? 0 : at + stretch;
+                to += stretch;
+                left -= stretch;
+            }
+            write = ring.Wrap(write + n);
+            read = ring.Wrap(read + n);
+            done += n;
         }
     }
 
 private:
+    // `n` samples into the ring from `at` on, wrapping.
+    static void Copy(const float* from, int n, float* samples, int at, int capacity)
+    {
+        const int first = std::min(n, capacity - at);
+        std::copy(from, from + first, samples + at);
+        std::copy(from + first, from + n, samples);
+    }
+
     // Set-up only.
     void AllocateDelay()
     {
