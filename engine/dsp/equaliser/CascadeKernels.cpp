@@ -106,17 +106,6 @@ inline __m128d TickPair(PairRegisters& s, __m128d x)
     return _mm_and_pd(_mm_cvtps_pd(_mm_cvtpd_ps(y)), _mm_cmpnlt_pd(magnitude, _mm_set1_pd(CascadeDetails::floatKeep)));
 }
 
-// Keeps `previous` in the lanes that `busy` does not mark.
-inline void KeepIdle(PairRegisters& s, const PairRegisters& previous, __m128d& carried, __m128d before, __m128d busy)
-{
-    const auto pick = [busy](__m128d now, __m128d then) { return _mm_or_pd(_mm_and_pd(busy, now), _mm_andnot_pd(busy, then)); };
-    s.x1 = pick(s.x1, previous.x1);
-    s.x2 = pick(s.x2, previous.x2);
-    s.y1 = pick(s.y1, previous.y1);
-    s.y2 = pick(s.y2, previous.y2);
-    carried = pick(carried, before);
-}
-
 // Both channels' last outputs as floats: the lanes that `Equal` (the same count of sections
 // in both) puts in one register, else read one by one.
 template <int K, bool Equal>
@@ -139,11 +128,8 @@ void Sse2StereoK(Lanes& lanes, const int counts[2], const float* inL, const floa
         for (int j = K - 1; j >= 0; --j) {
             const __m128d x = j == 0 ? input : carried[j - 1];
             if constexpr (edge) {
-                const PairRegisters previous = s[j];
-                const __m128d before = carried[j];
-                carried[j] = TickPair(s[j], x);
-                const __m128d busy = _mm_castsi128_pd(_mm_set1_epi64x(CascadeDetails::Busy(j, i, frames) ? -1 : 0));
-                KeepIdle(s[j], previous, carried[j], before, busy);
+                if (CascadeDetails::Busy(j, i, frames))
+                    carried[j] = TickPair(s[j], x);
             } else {
                 carried[j] = TickPair(s[j], x);
             }
@@ -196,8 +182,9 @@ void Sse2Stereo(Biquad* const* left, int countL, Biquad* const* right, int count
                 const float* inR, float* outL, float* outR, int frames)
 {
     Lanes lanes;
-    lanes.Load(left, countL, 0);
-    lanes.Load(right, countR, 1);
+    const int extent = std::max(countL, countR);
+    lanes.Load(left, countL, 0, extent);
+    lanes.Load(right, countR, 1, extent);
     const int counts[2] = {countL, countR};
     switch (std::max(countL, countR)) {
     case 1: Sse2StereoK<1>(lanes, counts, inL, inR, outL, outR, frames); break;

@@ -77,11 +77,15 @@ void Avx2StereoK(Lanes& lanes, const int counts[2], const float* inL, const floa
             const __m256d x = g > 0 ? _mm256_permute2f128_pd(carried[g - 1], carried[g], 0x21)
                                     : _mm256_insertf128_pd(_mm256_castpd128_pd256(input), _mm256_castpd256_pd128(carried[0]), 1);
             if constexpr (edge) {
+                const bool firstBusy = CascadeDetails::Busy(2 * g, i, frames);
+                const bool secondBusy = CascadeDetails::Busy(2 * g + 1, i, frames);
+                if (!firstBusy && !secondBusy)
+                    continue;
                 const QuadRegisters previous = s[g];
                 const __m256d before = carried[g];
                 carried[g] = TickQuad(s[g], x);
-                const long long first = CascadeDetails::Busy(2 * g, i, frames) ? -1 : 0;
-                const long long second = CascadeDetails::Busy(2 * g + 1, i, frames) ? -1 : 0;
+                const long long first = firstBusy ? -1 : 0;
+                const long long second = secondBusy ? -1 : 0;
                 KeepIdle(s[g], previous, carried[g], before, _mm256_castsi256_pd(_mm256_set_epi64x(second, second, first, first)));
             } else {
                 carried[g] = TickQuad(s[g], x);
@@ -136,8 +140,9 @@ void Avx2Stereo(Biquad* const* left, int countL, Biquad* const* right, int count
                 const float* inR, float* outL, float* outR, int frames)
 {
     Lanes lanes;
-    lanes.Load(left, countL, 0);
-    lanes.Load(right, countR, 1);
+    const int extent = (std::max(countL, countR) + 1) / 2 * 2;
+    lanes.Load(left, countL, 0, extent);
+    lanes.Load(right, countR, 1, extent);
     const int counts[2] = {countL, countR};
     switch (std::max(countL, countR)) {
     case 1: Avx2StereoK<1>(lanes, counts, inL, inR, outL, outR, frames); break;

@@ -24,17 +24,24 @@ constexpr int laneCount = 2 * maxSections;
 //
 //   lane:      0    1    2    3    4    5   ...
 //   section:   0L   0R   1L   1R   2L   2R  ...
+//
+// Only the lanes a kernel loads are written: sections below `extent`.
 struct alignas(32) Lanes {
-    double x1[laneCount] = {}, x2[laneCount] = {}, y1[laneCount] = {}, y2[laneCount] = {};
-    double b0[laneCount] = {}, b1[laneCount] = {}, b2[laneCount] = {}, a1[laneCount] = {}, a2[laneCount] = {};
+    double x1[laneCount], x2[laneCount], y1[laneCount], y2[laneCount];
+    double b0[laneCount], b1[laneCount], b2[laneCount], a1[laneCount], a2[laneCount];
 
-    void Load(Biquad* const* sections, int count, int channel)
+    // The channel's sections, and ghosts up to `extent`.
+    void Load(Biquad* const* sections, int count, int channel, int extent)
     {
         for (int j = 0; j < count; ++j) {
             const Biquad& s = *sections[j];
             const int l = 2 * j + channel;
             x1[l] = s.x1, x2[l] = s.x2, y1[l] = s.y1, y2[l] = s.y2;
             b0[l] = s.b0, b1[l] = s.b1, b2[l] = s.b2, a1[l] = s.a1, a2[l] = s.a2;
+        }
+        for (int j = count; j < extent; ++j) {
+            const int l = 2 * j + channel;
+            x1[l] = x2[l] = y1[l] = y2[l] = b0[l] = b1[l] = b2[l] = a1[l] = a2[l] = 0.0;
         }
     }
     void Store(Biquad* const* sections, int count, int channel) const
