@@ -18,7 +18,7 @@ using AudioEngine::AudioAlgorithm::EqChain;
 
 bool SameBits(const std::vector<float>& a, const std::vector<float>& b)
 {
-    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(float)) == 0;
+    return a.size() == b.size() && (a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(float)) == 0);
 }
 
 bool SameStates(const EqChain& a, const EqChain& b)
