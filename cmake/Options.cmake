@@ -4,6 +4,10 @@ set(VARNEL4_SANITIZE "" CACHE STRING "Sanitizers to build with: empty, 'address,
 
 # Our own code: warnings on, no FMA contraction anywhere (it changes DSP results).
 add_compile_options(-Wall -Wextra -ffp-contract=off)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+  # Some classes keep described fields that no operation reads.
+  add_compile_options(-Wno-unused-private-field)
+endif()
 
 if(VARNEL4_SANITIZE)
   # g++ 12 misreads Boost.Signals2's optional group keys as maybe uninitialised under the

@@ -24,7 +24,7 @@ class ExchangeRing;
 // drains the list of the slot it reads. All mediators on one ring must run Apply inside one
 // outer BeginRead/EndRead per block (nesting gives them the same slot), or a slot's list would
 // wait a round and come late.
-class MAFMediator : public MAFParamMediator::Listener {
+class MAFMediator final : public MAFParamMediator::Listener {
 public:
     // Main thread, set-up: allocates. Makes the mediators of `profile`, connects to the
     // document's change and batch signals, and writes the present value of every mediated row,

@@ -10,7 +10,7 @@ namespace OV::Comp::AutomationRouter {
 // The router's ear on one target automation: the target's slot changes come back under the
 // host slot that maps to them; a slot no host slot maps to is dropped. Made and destroyed on
 // the command thread; OnSlotChanged runs on whichever thread changed the target.
-class Connection : public CFW::DocView::Automation::Listener {
+class Connection final : public CFW::DocView::Automation::Listener {
 public:
     // `slotOf[i]` is the host slot of the target's slot i, or -1. Registers as the target's
     // listener, so the target tells its values at once. `router` (may be null) hears them.

@@ -4,7 +4,11 @@
 
 #include <immintrin.h>
 
+#if defined(__clang__)
+#pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
+#else
 #pragma GCC target("avx2")
+#endif
 
 namespace AudioEngine::Convolution {
 
@@ -44,3 +48,7 @@ void AddScaledEight(float* ring, const float* const* copies, int count, const fl
 extern const FirKernels firKernels8 = {8, &AddScaled8, &AddScaledEight};
 
 }  // namespace AudioEngine::Convolution
+
+#if defined(__clang__)
+#pragma clang attribute pop
+#endif

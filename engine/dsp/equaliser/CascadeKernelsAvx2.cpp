@@ -10,7 +10,11 @@
 
 #include <immintrin.h>
 
+#if defined(__clang__)
+#pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
+#else
 #pragma GCC target("avx2")
+#endif
 
 namespace AudioEngine::AudioAlgorithm {
 
@@ -165,3 +169,7 @@ const CascadeKernels* avx2Cascade = &avx2;
 }  // namespace CascadeDetails
 
 }  // namespace AudioEngine::AudioAlgorithm
+
+#if defined(__clang__)
+#pragma clang attribute pop
+#endif
