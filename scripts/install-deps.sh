@@ -11,6 +11,7 @@ packages=(
   libtinyxml-dev zlib1g-dev libfreetype-dev libagg-dev libfftw3-dev libx11-dev
   libsndfile1-dev lv2-dev liblilv-dev lilv-utils jalv jackd2 serdi sordi
   fonts-dejavu-core xvfb xauth
+  clang libclang-rt-14-dev
 )
 
 missing=()

@@ -18,6 +18,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <functional>
+#include <limits>
 #include <tuple>
 
 #include <gtest/gtest.h>
@@ -256,6 +257,30 @@ TEST(Lv2Test, ALilvHostRunsAnyBlockLengthAndCarriesStateToASecondInstance)
     }
     EXPECT_TRUE(a == b) << "the second instance does not play as the first";
     EXPECT_FALSE(a[0] == std::vector<float>(input[0].begin(), input[0].begin() + 8192)) << "the settings were heard";
+}
+
+// Whatever a host writes into the control ports, the sound stays finite and bounded, and
+// ordinary values bring it back.
+TEST(Lv2Test, ExtremeControlValuesNeverBreakTheSound)
+{
+    LilvHost host;
+    ASSERT_NE(host.plugin, nullptr);
+    Lv2Instance instance(host, false);
+    ASSERT_TRUE(instance.Valid());
+    const Channels input = Signal(4096, 3);
+    const float infinity = std::numeric_limits<float>::infinity();
+    const unsigned ports = lilv_plugin_get_num_ports(host.plugin);
+    for (const float extreme : {std::numeric_limits<float>::quiet_NaN(), infinity, -infinity, 1e30f, -1e30f, 1e-40f, 0.0f}) {
+        for (unsigned port = firstSlotPort; port < ports; ++port)
+            instance.Control(lilv_node_as_string(lilv_port_get_symbol(host.plugin, lilv_plugin_get_port_by_index(host.plugin, port)))) = extreme;
+        Channels out(2);
+        for (int at = 0; at + 512 <= 4096; at += 512)
+            instance.Run(input, at, 512, out);
+        for (const std::vector<float>& channel : out) {
+            for (const float y : channel)
+                ASSERT_TRUE(std::isfinite(y) && std::fabs(y) < 1e6f) << "ports at " << extreme << ": " << y;
+        }
+    }
 }
 
 TEST(Lv2Test, FactoryPresetsPlayAsThePresetFiles)

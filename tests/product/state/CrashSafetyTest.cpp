@@ -1,0 +1,87 @@
+// Killed in the middle of writing: a process that saves a preset and writes registry values in
+// a loop is killed at random moments, again and again. Every file it leaves is the old version
+// or the new one, whole, and a scan lists the preset and nothing half-written.
+#include "platform/RegistryKey.h"
+#include "product/state/Directory.h"
+#include "tests/product/state/StateTesting.h"
+
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <random>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+namespace OV::Testing {
+namespace {
+
+const std::string valueA(300, 'a'), valueB(450, 'b'); // below the 512 bytes a read takes
+
+// The child's whole life: saves and writes, alternating between two versions, until killed.
+[[noreturn]] void WriteUntilKilled(const std::string& root)
+{
+    auto instance = MakeInstance(root);
+    auto& document = instance->GetMainDocument();
+    auto& presets = document.GetStateManager().GetPresetState();
+    const Platform::RegistryKey key("Crash Test", "Orvane Studio", 1);
+    for (int round = 0;; ++round) {
+        SetPeak(document, 0, 1000.0f, round % 2 == 0 ? 3.0f : -3.0f);
+        presets.SavePreset(root + "/Kill.vn4m");
+        Settle(document);
+        key.WriteString("Value", round % 2 == 0 ? valueA : valueB);
+        key.WriteNumber("Round", static_cast<std::uint32_t>(round));
+    }
+}
+
+TEST(CrashSafetyTest, EveryFileIsTheOldOrTheNewVersionWhateverMomentTheProcessDies)
+{
+    ScratchFolder folder;
+    const std::string root = folder.Path() + "/Presets";
+    std::mt19937 random(1234);
+    int presetsSeen = 0, valuesSeen = 0;
+    constexpr int kills = 40;
+    for (int kill = 0; kill < kills; ++kill) {
+        const pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0)
+            WriteUntilKilled(root);
+        std::this_thread::sleep_for(std::chrono::milliseconds(std::uniform_int_distribution<int>(30, 250)(random)));
+        ASSERT_EQ(0, ::kill(child, SIGKILL));
+        int status = 0;
+        ASSERT_EQ(child, waitpid(child, &status, 0));
+        ASSERT_TRUE(WIFSIGNALED(status)) << "the writer ended on its own, kill " << kill;
+
+        const std::string preset = ReadFile(root + "/Kill.vn4m");
+        if (!preset.empty()) {
+            ++presetsSeen;
+            TiXmlDocument document;
+            document.Parse(preset.c_str());
+            ASSERT_FALSE(document.Error()) << "kill " << kill << ": " << preset.substr(0, 80);
+            const TiXmlElement* module = TiXmlHandle(&document).FirstChild("Preset").FirstChild("Slot").FirstChild("Module").ToElement();
+            ASSERT_NE(nullptr, module) << "kill " << kill;
+            const std::string gain = module->Attribute("LM_Band1Gain") != nullptr ? module->Attribute("LM_Band1Gain") : "";
+            EXPECT_TRUE(gain == "3" || gain == "-3") << "kill " << kill << ": gain " << gain;
+        }
+        std::string value;
+        if (Platform::RegistryKey("Crash Test", "Orvane Studio", 1).ReadString("Value", value)) {
+            ++valuesSeen;
+            EXPECT_TRUE(value == valueA || value == valueB) << "kill " << kill << ": " << value.size() << " characters";
+        }
+    }
+    // The loop got far enough to be killed while writing, most times.
+    EXPECT_GT(presetsSeen, kills / 2);
+    EXPECT_GT(valuesSeen, kills / 2);
+    // Temporary files are hidden: the scan lists the one preset.
+    Products::VN4::State::Directory directory(root, "f8fd5639-da16-4332-86c3-e1e0e7272048");
+    directory.Rescan();
+    const auto tree = directory.GetTree();
+    ASSERT_NE(nullptr, tree);
+    ASSERT_EQ(1u, tree->files.size());
+    EXPECT_EQ("Kill", tree->files.front()->GetName());
+}
+
+}  // namespace
+}  // namespace OV::Testing
