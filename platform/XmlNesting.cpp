@@ -45,9 +45,12 @@ int SequenceLength(unsigned char lead)
 
 class NestingScan {
 public:
-    NestingScan(const char* text, int stopAbove) : text(text), end(text + std::strlen(text)), stopAbove(stopAbove) {}
+    NestingScan(const char* text, int stopAbove, int attributeLimit)
+        : text(text), end(text + std::strlen(text)), stopAbove(stopAbove), attributeLimit(attributeLimit)
+    {
+    }
 
-    int Run();
+    XmlShape Run();
 
 private:
     enum class Node { None, Declaration, Comment, CData, Unknown, Element };
@@ -71,9 +74,11 @@ private:
     const char* const text;
     const char* const end;
     const int stopAbove;
+    const int attributeLimit;
     bool utf8 = false;
     int depth = 0;
     int deepest = 0;
+    int widest = 0; // the most attributes on one element
 };
 
 const char* NestingScan::SkipWhiteSpace(const char* p) const
@@ -303,6 +308,7 @@ const char* NestingScan::Element(const char* p)
 // Opens a level; an empty element closes it again at once.
 const char* NestingScan::StartTag(const char* p)
 {
+    int attributes = 0;
     deepest = std::max(deepest, ++depth);
     if (depth > stopAbove)
         return nullptr;
@@ -324,6 +330,8 @@ const char* NestingScan::StartTag(const char* p)
         p = Attribute(p);
         if (p == nullptr || *p == '\0')
             return nullptr;
+        if (++attributes > widest && (widest = attributes) > attributeLimit)
+            return nullptr;
     }
 }
 
@@ -340,10 +348,10 @@ const char* NestingScan::EndTag(const char* p)
     return p + 1;
 }
 
-int NestingScan::Run()
+XmlShape NestingScan::Run()
 {
     if (*text == '\0')
-        return 0;
+        return {};
     const auto* byte = reinterpret_cast<const unsigned char*>(text);
     bool encodingKnown = byte[0] == 0xef && byte[1] == 0xbb && byte[2] == 0xbf;
     utf8 = encodingKnown;
@@ -363,17 +371,17 @@ int NestingScan::Run()
         } else {
             p = node == Node::Element ? Element(p) : Other(node, p);
         }
-        if (deepest > stopAbove)
+        if (deepest > stopAbove || widest > attributeLimit)
             break;
     }
-    return deepest;
+    return {deepest, widest};
 }
 
 }  // namespace
 
-int XmlNestingDepth(const char* text, int stopAbove)
+XmlShape ScanXmlShape(const char* text, int depthLimit, int attributeLimit)
 {
-    return NestingScan(text, stopAbove).Run();
+    return NestingScan(text, depthLimit, attributeLimit).Run();
 }
 
 }  // namespace OV::Platform

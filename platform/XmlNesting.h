@@ -2,12 +2,18 @@
 
 namespace OV::Platform {
 
-// The deepest element nesting that TinyXML's Parse reaches on `text` (zero-terminated),
-// found without recursion by reading the text by the parser's own rules: stray closing tags,
-// comments, CDATA, declarations and other unknown tags, quoted and unquoted attribute values,
-// entities, and UTF-8 sequences that swallow the bytes after a lead byte. Where the parser would
-// stop at an error the count may go on, so the result is never below the parser's depth.
-// Counting stops as soon as it passes `stopAbove`.
-int XmlNestingDepth(const char* text, int stopAbove);
+// What TinyXML's Parse would build from `text` (zero-terminated): the deepest element nesting
+// it reaches, and the most attributes on one element (the parser compares each attribute with
+// those before it, so many on one element cost time by their square). Found without recursion
+// by reading the text by the parser's own rules: stray closing tags, comments, CDATA,
+// declarations and other unknown tags, quoted and unquoted attribute values, entities, and
+// UTF-8 sequences that swallow the bytes after a lead byte. Where the parser would stop at an
+// error the count may go on, so the results are never below the parser's. The scan stops as
+// soon as either passes its limit.
+struct XmlShape {
+    int depth = 0;
+    int attributes = 0;
+};
+XmlShape ScanXmlShape(const char* text, int depthLimit, int attributeLimit);
 
 }  // namespace OV::Platform

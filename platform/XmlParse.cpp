@@ -18,7 +18,8 @@ bool ParseXml(TiXmlDocument& document, const char* text, std::size_t length)
     // up to three bytes past the end: those bytes are zeros, as the nesting count assumes.
     std::string padded(text, strnlen(text, length));
     padded.append(3, '\0');
-    if (XmlNestingDepth(padded.c_str(), maxXmlDepth) > maxXmlDepth)
+    const XmlShape shape = ScanXmlShape(padded.c_str(), maxXmlDepth, maxXmlAttributes);
+    if (shape.depth > maxXmlDepth || shape.attributes > maxXmlAttributes)
         return false;
     document.Parse(padded.c_str());
     if (document.Error() || document.RootElement() == nullptr) {

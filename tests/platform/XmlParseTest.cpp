@@ -97,24 +97,37 @@ TEST(XmlParseTest, TextAtTheLimitParsesOnAThreadWithASmallStack)
 }
 
 // The depth the parser itself reaches, and its error: each element it begins is linked into the
-// document, even when it stops at an error. Only for text too shallow to harm.
-std::pair<int, int> ParsedDepth(const std::string& text)
+// document, even when it stops at an error, with the most attributes on one of its elements.
+// Only for text too shallow to harm.
+struct Parsed {
+    int depth = 0, attributes = 0, error = 0;
+};
+Parsed ParsedShape(const std::string& text)
 {
     TiXmlDocument document;
     document.Parse((text + std::string(3, '\0')).c_str());
+    Parsed parsed;
+    parsed.error = document.ErrorId();
     const std::function<int(const TiXmlNode&)> depth = [&](const TiXmlNode& node) {
         int deepest = 0;
-        for (const TiXmlElement* child = node.FirstChildElement(); child != nullptr; child = child->NextSiblingElement())
+        for (const TiXmlElement* child = node.FirstChildElement(); child != nullptr; child = child->NextSiblingElement()) {
+            int attributes = 0;
+            for (const TiXmlAttribute* a = child->FirstAttribute(); a != nullptr; a = a->Next())
+                ++attributes;
+            parsed.attributes = std::max(parsed.attributes, attributes);
             deepest = std::max(deepest, 1 + depth(*child));
+        }
         return deepest;
     };
-    return {depth(document), document.ErrorId()};
+    parsed.depth = depth(document);
+    return parsed;
 }
 
-int CountedDepth(const std::string& text)
+XmlShape Counted(const std::string& text)
 {
-    return XmlNestingDepth((text + std::string(3, '\0')).c_str(), 1000);
+    return ScanXmlShape((text + std::string(3, '\0')).c_str(), 1000, 1000);
 }
+int CountedDepth(const std::string& text) { return Counted(text).depth; }
 
 TEST(XmlParseTest, NestingIsCountedAsTheParserReachesItOrDeeperPastAWrongEndTag)
 {
@@ -137,12 +150,36 @@ TEST(XmlParseTest, NestingIsCountedAsTheParserReachesItOrDeeperPastAWrongEndTag)
         std::string text = i % 2 == 0 ? "<r>" : "";
         for (std::uint32_t count = 1 + random() % 40; count > 0; --count)
             text += tokens[random() % std::size(tokens)];
-        const auto [depth, error] = ParsedDepth(text);
-        if (error == TiXmlBase::TIXML_ERROR_READING_END_TAG || error == TiXmlBase::TIXML_ERROR_PARSING_ELEMENT)
-            ASSERT_GE(CountedDepth(text), depth) << text;
-        else
-            ASSERT_EQ(CountedDepth(text), depth) << text;
+        const Parsed parsed = ParsedShape(text);
+        const XmlShape counted = Counted(text);
+        if (parsed.error == TiXmlBase::TIXML_ERROR_READING_END_TAG || parsed.error == TiXmlBase::TIXML_ERROR_PARSING_ELEMENT) {
+            ASSERT_GE(counted.depth, parsed.depth) << text;
+            ASSERT_GE(counted.attributes, parsed.attributes) << text;
+        } else {
+            ASSERT_EQ(counted.depth, parsed.depth) << text;
+            ASSERT_EQ(counted.attributes, parsed.attributes) << text;
+        }
     }
+}
+
+// Each attribute is checked against those before it: an element with very many would keep
+// the parser busy for minutes, so the text is refused before it starts.
+TEST(XmlParseTest, AttributesOnOneElementAreParsedUpToTheLimit)
+{
+    const auto element = [](int attributes) {
+        std::string text = "<Root><e ";
+        for (int i = 0; i < attributes; ++i)
+            text += "a" + std::to_string(i) + "='1' ";
+        return text + "/><e b='2'/></Root>";
+    };
+    EXPECT_TRUE(Parses(element(maxXmlAttributes)));
+    EXPECT_FALSE(Parses(element(maxXmlAttributes + 1)));
+    EXPECT_FALSE(Parses(element(200000)));
+    // The same number spread over elements is fine.
+    std::string many = "<Root>";
+    for (int i = 0; i < 2000; ++i)
+        many += "<e a='1' b='2' c='3'/>";
+    EXPECT_TRUE(Parses(many + "</Root>"));
 }
 
 TEST(XmlParseTest, RefusesBrokenOrEmptyText)
