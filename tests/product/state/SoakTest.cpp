@@ -103,7 +103,7 @@ public:
         threads.clear();
     }
 
-    // The thread that has not moved since the last look, or -1.
+    // The thread that has not moved since the last look, or -1. The watchdog's thread only.
     int Stalled()
     {
         for (int t = 0; t < 3; ++t) {
@@ -168,6 +168,8 @@ TEST(SoakTest, TwoInstancesUnderEveryKindOfTrafficAtOnce)
     // Every thread moves within each 10 s while it runs, and all have ended 10 s after being
     // told to: a deadlock ends the run here, with the thread that hangs.
     std::thread watchdog([&] {
+        first.Stalled(); // the first look
+        second.Stalled();
         auto lastLook = std::chrono::steady_clock::now();
         auto stoppedAt = std::chrono::steady_clock::time_point::max();
         while (!joined) {
@@ -190,8 +192,6 @@ TEST(SoakTest, TwoInstancesUnderEveryKindOfTrafficAtOnce)
             }
         }
     });
-    first.Stalled();
-    second.Stalled();
     std::this_thread::sleep_for(duration);
     stop = true;
     first.Join();
