@@ -1,6 +1,7 @@
 // The whole engine on stereo pink noise at 48 kHz with all six bands of both channels active, as
 // the latency levels run it: "Low" minimum phase, "Mid" minimum phase oversampled, "High" linear
 // phase oversampled with its pad; and linear phase alone, as "High" runs above 48 kHz.
+#include "bench/PinkNoise.h"
 #include "bench/FrameCounters.h"
 #include "engine/ModuleHostEngine.h"
 
@@ -11,25 +12,9 @@
 
 namespace {
 
-using AudioEngine::VN4::ModuleHostEngine;
+using OV::Bench::PinkNoise;
 
-// Pink noise by the Voss-McCartney sum of held random rows.
-std::vector<float> PinkNoise(std::size_t length, unsigned seed)
-{
-    std::mt19937 random(seed);
-    std::uniform_real_distribution<float> value(-1.0f, 1.0f);
-    float rows[16] = {};
-    float sum = 0.0f;
-    std::vector<float> signal(length);
-    for (std::size_t i = 0; i < length; ++i) {
-        const int row = __builtin_ctz(static_cast<unsigned>(i) | 0x10000u);
-        sum -= rows[row];
-        rows[row] = value(random);
-        sum += rows[row];
-        signal[i] = sum / 16.0f;
-    }
-    return signal;
-}
+using AudioEngine::VN4::ModuleHostEngine;
 
 enum Mode { Low, Mid, High, LinearAlone };
 

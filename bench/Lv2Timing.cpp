@@ -6,6 +6,7 @@
 //
 // Our configurations set the latency level through the registry folder named by
 // XDG_CONFIG_HOME, which the caller points at a scratch folder.
+#include "bench/PinkNoise.h"
 #include "platform/RegistryKey.h"
 
 #include <lilv/lilv.h>
@@ -26,6 +27,8 @@
 #include <vector>
 
 namespace {
+
+using OV::Bench::PinkNoise;
 
 constexpr double sampleRate = 48000.0;
 constexpr int maxBlock = 4096;
@@ -70,23 +73,6 @@ std::vector<Configuration> Configurations()
             {"ours, level Low", ourUri, ours, 0},
             {"ours, level Mid", ourUri, ours, 1},
             {"ours, level High, linear phase", ourUri, ours, 2}};
-}
-
-std::vector<float> PinkNoise(std::size_t length, unsigned seed)
-{
-    std::mt19937 random(seed);
-    std::uniform_real_distribution<float> value(-1.0f, 1.0f);
-    float rows[16] = {};
-    float sum = 0.0f;
-    std::vector<float> signal(length);
-    for (std::size_t i = 0; i < length; ++i) {
-        const int row = __builtin_ctz(static_cast<unsigned>(i) | 0x10000u);
-        sum -= rows[row];
-        rows[row] = value(random);
-        sum += rows[row];
-        signal[i] = sum / 16.0f;
-    }
-    return signal;
 }
 
 class UridMap {
