@@ -5,7 +5,6 @@
 #include "bench/FrameCounters.h"
 #include "engine/ModuleHostEngine.h"
 
-#include <random>
 #include <vector>
 
 #include <benchmark/benchmark.h>
