@@ -1,5 +1,6 @@
 #include "shell/framework/PlugIn.h"
 
+#include "graphics/Device.h"
 #include "graphics/res/ResourceSet.h"
 #include "shell/framework/PlugInAudio.h"
 #include "shell/hla2/GUI.h"
@@ -21,7 +22,8 @@ PlugIn::~PlugIn()
 
 bool PlugIn::StartUp()
 {
-    resources = std::make_unique<Res::ResourceSet>();
+    device.reset(Graphics::createDevice(0));
+    resources = std::make_unique<Res::ResourceSet>(*device);
     Res::Provider& provider = resources->getProvider();
     int index = 0;
     for (std::string path; !(path = paths.GetResPath(index)).empty(); ++index)
@@ -34,6 +36,7 @@ bool PlugIn::StartUp()
     provider.clear();
     DeleteProcesses();
     resources.reset();
+    device.reset();
     return false;
 }
 
@@ -44,6 +47,7 @@ void PlugIn::TearDown()
     config->Finalise();
     DeleteProcesses();
     resources.reset();
+    device.reset();
 }
 
 void PlugIn::DeleteProcesses()

@@ -7,6 +7,10 @@
 #include <map>
 #include <memory>
 
+namespace OV::CFW::Graphics {
+class Device;
+}
+
 namespace OV::CFW::Res {
 class ResourceSet;
 }
@@ -21,10 +25,11 @@ public:
     explicit PlugIn(HLAConfig& config);
     ~PlugIn() override;
 
-    // The first acquire: resources, resource paths, the product's Initialise. On failure
+    // The first acquire: device, resources, resource paths, the product's Initialise. On failure
     // nothing stays allocated.
     bool StartUp();
-    // The last release: the product's Finalise, any processes the host left behind, resources.
+    // The last release: the product's Finalise, any processes the host left behind, resources
+    // and device.
     void TearDown();
 
     int GetProcessCount() override;
@@ -51,6 +56,7 @@ private:
     HLAConfig* config;
     std::map<HLA2::Process*, Entry> processes;
     InstallPaths paths;
+    std::unique_ptr<Graphics::Device> device;
     std::unique_ptr<Res::ResourceSet> resources;
 };
 
