@@ -16,7 +16,7 @@ build="$root/build/fuzz"
 export CCACHE_BASEDIR="$root" CCACHE_NOHASHDIR=1
 CC=clang CXX=clang++ cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DVARNEL4_BUILD_BENCHMARKS=OFF -DVARNEL4_SANITIZE=address,undefined -DVARNEL4_FUZZ=ON >&2
-targets=(chunk preset registry render-arguments)
+targets=(chunk image pack preset registry render-arguments)
 cmake --build "$build" --target $(printf 'v4_fuzz_%s ' "${targets[@]//-/}") >&2
 
 status=0

@@ -15,6 +15,10 @@ void Chunk(const std::uint8_t* data, std::size_t size);
 void Preset(const std::uint8_t* data, std::size_t size);
 // As the file of a registry key and as the machine defaults, then read and written.
 void Registry(const std::uint8_t* data, std::size_t size);
+// As an image file: read, drawn, cut into a bitmap font, built into a hit mask.
+void Image(const std::uint8_t* data, std::size_t size);
+// As a resource pack: every name of its directory asked for through every manager.
+void Pack(const std::uint8_t* data, std::size_t size);
 // As the renderer's command line, one argument a line.
 void RenderArguments(const std::uint8_t* data, std::size_t size);
 

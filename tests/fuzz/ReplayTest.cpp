@@ -27,6 +27,8 @@ void Replay(const char* target, void (*run)(const std::uint8_t*, std::size_t))
 }
 
 TEST(FuzzReplayTest, Chunks) { Replay("chunk", &Fuzz::Chunk); }
+TEST(FuzzReplayTest, ImageFiles) { Replay("image", &Fuzz::Image); }
+TEST(FuzzReplayTest, ResourcePacks) { Replay("pack", &Fuzz::Pack); }
 TEST(FuzzReplayTest, PresetFiles) { Replay("preset", &Fuzz::Preset); }
 TEST(FuzzReplayTest, RegistryFiles) { Replay("registry", &Fuzz::Registry); }
 TEST(FuzzReplayTest, RendererArguments) { Replay("render-arguments", &Fuzz::RenderArguments); }
