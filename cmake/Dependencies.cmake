@@ -12,6 +12,10 @@ pkg_check_modules(LV2 REQUIRED IMPORTED_TARGET lv2)
 # AGG ships static archives only; the position-independent ones go into the shared library.
 pkg_check_modules(AGG REQUIRED libagg)
 find_library(AGG_PIC_LIBRARY agg_pic REQUIRED)
+# Windows: Xlib, with XCB beside it for the requests whose errors must not reach the host's
+# handler, and MIT-SHM for the copy to the screen.
+find_package(X11 REQUIRED)
+pkg_check_modules(XCB_SHM REQUIRED IMPORTED_TARGET xcb-shm)
 
 if(VARNEL4_BUILD_TESTS)
   find_package(GTest REQUIRED)

@@ -24,9 +24,9 @@ public:
 
     virtual ~Device() = default;
     // Null `style`: a caption alone.
-    virtual Window* createWindowTopLevel(Window::Callback& callback, const BasicRect<int>& rect, const WindowStyle* style) = 0;
-    virtual Window* createWindowChild(Window::Callback& callback, const BasicRect<int>& rect, unsigned long parentHandle,
-                                      bool mouseEnabled, bool keyboardEnabled) = 0;
+    virtual WindowTopLevel* createWindowTopLevel(Window::Callback& callback, const BasicRect<int>& rect, const WindowStyle* style) = 0;
+    virtual WindowChild* createWindowChild(Window::Callback& callback, const BasicRect<int>& rect, unsigned long parentHandle,
+                                           bool mouseEnabled, bool keyboardEnabled) = 0;
     // One byte a pixel, rows tightly packed: non-zero gives `colorSet`, zero `colorClear`.
     virtual Image* createImageFromBits(const std::uint8_t* bytes, const BasicPoint<int>& size, Color colorSet, Color colorClear) = 0;
     // Rows `pitch` bytes apart, converted by `order`.

@@ -4,6 +4,8 @@
 #include "graphics/ImageReader.h"
 #include "graphics/ImageSW.h"
 #include "graphics/PainterSW.h"
+#include "graphics/x11/WindowChildX11.h"
+#include "graphics/x11/WindowTopLevelX11.h"
 
 #include <new>
 
@@ -37,14 +39,15 @@ Device* createDevice(int kind)
     return kind == 0 ? new (std::nothrow) DeviceSW : nullptr;
 }
 
-Window* DeviceSW::createWindowTopLevel(Window::Callback&, const BasicRect<int>&, const WindowStyle*)
+WindowTopLevel* DeviceSW::createWindowTopLevel(Window::Callback& callback, const BasicRect<int>& rect, const WindowStyle* style)
 {
-    return nullptr;
+    return WindowTopLevelX11::create(*this, callback, rect, style);
 }
 
-Window* DeviceSW::createWindowChild(Window::Callback&, const BasicRect<int>&, unsigned long, bool, bool)
+WindowChild* DeviceSW::createWindowChild(Window::Callback& callback, const BasicRect<int>& rect, unsigned long parentHandle,
+                                         bool mouseEnabled, bool keyboardEnabled)
 {
-    return nullptr;
+    return WindowChildX11::create(*this, callback, rect, parentHandle, mouseEnabled, keyboardEnabled);
 }
 
 Image* DeviceSW::createImageFromBits(const std::uint8_t* bytes, const BasicPoint<int>& size, Color colorSet, Color colorClear)

@@ -7,10 +7,10 @@ namespace OV::CFW::Graphics {
 // The software device: every picture is plain 32-bit memory. It holds no state.
 class DeviceSW : public Device {
 public:
-    // Windows are made by the window layer of the platform; this device has none yet.
-    Window* createWindowTopLevel(Window::Callback& callback, const BasicRect<int>& rect, const WindowStyle* style) override;
-    Window* createWindowChild(Window::Callback& callback, const BasicRect<int>& rect, unsigned long parentHandle,
-                              bool mouseEnabled, bool keyboardEnabled) override;
+    // X11 windows, each on a connection of its own; null when one cannot be made.
+    WindowTopLevel* createWindowTopLevel(Window::Callback& callback, const BasicRect<int>& rect, const WindowStyle* style) override;
+    WindowChild* createWindowChild(Window::Callback& callback, const BasicRect<int>& rect, unsigned long parentHandle,
+                                   bool mouseEnabled, bool keyboardEnabled) override;
     Image* createImageFromBits(const std::uint8_t* bytes, const BasicPoint<int>& size, Color colorSet, Color colorClear) override;
     Image* createImageFromPixels(const std::uint8_t* pixels, int pitch, const BasicPoint<int>& size, int order) override;
     Image* createImageFromStream(int kind, std::istream& stream, std::size_t length) override;

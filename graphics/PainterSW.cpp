@@ -22,17 +22,6 @@ inline Color Mix(Color s, Color d, std::uint32_t a)
     return 0xff000000u | (rb & 0x00ff00ffu) | (g & 0x0000ff00u);
 }
 
-BasicRect<int> Intersect(const BasicRect<int>& a, const BasicRect<int>& b)
-{
-    const long long x0 = std::max(a.x, b.x);
-    const long long y0 = std::max(a.y, b.y);
-    const long long x1 = std::min(static_cast<long long>(a.x) + a.width, static_cast<long long>(b.x) + b.width);
-    const long long y1 = std::min(static_cast<long long>(a.y) + a.height, static_cast<long long>(b.y) + b.height);
-    if (x1 <= x0 || y1 <= y0)
-        return {static_cast<int>(x0), static_cast<int>(y0), 0, 0};
-    return {static_cast<int>(x0), static_cast<int>(y0), static_cast<int>(x1 - x0), static_cast<int>(y1 - y0)};
-}
-
 struct Surface {
     std::uint32_t* pixels;
     int pitch; // bytes
@@ -177,7 +166,7 @@ void PainterSW::setDeviceClip(const BasicRect<int>& rect)
 void PainterSW::setClipRect(const BasicRect<int>& rect)
 {
     clipRect = rect;
-    UpdateEffectiveClip({rect.x + origin.x, rect.y + origin.y, rect.width, rect.height});
+    UpdateEffectiveClip(Moved(rect, origin));
 }
 
 void PainterSW::clear(Color color)
@@ -242,7 +231,7 @@ void PainterSW::drawRect(Color color, const BasicRect<int>& rect)
 
 void PainterSW::fillRect(Color color, const BasicRect<int>& rect)
 {
-    const BasicRect<int> r = Intersect({rect.x + origin.x, rect.y + origin.y, rect.width, rect.height}, effectiveClip);
+    const BasicRect<int> r = Intersect(Moved(rect, origin), effectiveClip);
     const std::uint32_t a = AlphaOf(color);
     for (int y = r.y; y < r.y + r.height; ++y) {
         std::uint32_t* row = Row(y) + r.x;

@@ -18,6 +18,20 @@ enum Code {
     Character = 0, Backspace = 1, LineFeed = 2, Escape = 3, Tab = 4, Return = 5, Left = 6, Right = 7, Up = 8,
     Down = 9, Insert = 10, Delete = 11, Home = 12, End = 13, Control = 16,
 };
+
+// The key that a typed character gives: 8, 9, 10, 13 and 27 have codes of their own, 32 to 126
+// are Character; any other is no key (-1).
+inline int FromCharacter(int character)
+{
+    switch (character) {
+    case 8: return Backspace;
+    case 9: return Tab;
+    case 10: return LineFeed;
+    case 13: return Return;
+    case 27: return Escape;
+    default: return character >= 32 && character <= 126 ? Character : -1;
+    }
+}
 }
 
 // The style of a top-level window: border, caption, minimise box, maximise box, system menu,

@@ -8,7 +8,8 @@ packages=(
   googletest libgtest-dev libgmock-dev libbenchmark-dev
   libboost-dev libboost-thread-dev libboost-filesystem-dev libboost-iostreams-dev
   libboost-date-time-dev
-  libtinyxml-dev zlib1g-dev libfreetype-dev libagg-dev libfftw3-dev libx11-dev
+  libtinyxml-dev zlib1g-dev libfreetype-dev libagg-dev libfftw3-dev
+  libx11-dev libx11-xcb-dev libxcb-shm0-dev libxext-dev libxtst-dev x11-utils
   libsndfile1-dev lv2-dev liblilv-dev lilv-utils jalv jackd2 serdi sordi
   fonts-dejavu-core xvfb xauth
   clang libclang-rt-14-dev

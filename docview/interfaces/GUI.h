@@ -3,6 +3,10 @@
 #include "docview/interfaces/Interface.h"
 #include "graphics/Geometry.h"
 
+namespace OV::CFW::GUI {
+class Widget;
+}
+
 namespace OV::CFW::DocView {
 
 // The editor role. Main thread.
@@ -11,6 +15,10 @@ public:
     const std::type_info& GetType() const override { return typeid(GUI); }
     // Width and height of the editor's layout.
     virtual BasicPoint<int> GetDefaultSize() = 0;
+    // Builds the editor into `root`, the top of a window's widget tree, which outlives it
+    // until Close.
+    virtual void Open(::OV::CFW::GUI::Widget* root) = 0;
+    virtual void Close() = 0;
     // Brings the widgets up to date with the document.
     virtual void Update() = 0;
 };

@@ -108,6 +108,23 @@ struct HLA2Process {
 /* The native window of the editor: an X11 window id. */
 typedef unsigned long HLA2NativeWindow;
 
+/* Mouse buttons of MouseDown and MouseUp, and the bits of their modifier word. */
+#define HLA2_BUTTON_LEFT 1
+#define HLA2_BUTTON_MIDDLE 2
+#define HLA2_BUTTON_RIGHT 4
+#define HLA2_MODIFIER_CONTROL 8
+#define HLA2_MODIFIER_SHIFT 16
+
+/* The key of KeyPress: a typed character (8, 9, 10, 13, 27 or 32 to 126), or one of these. */
+#define HLA2_KEY_LEFT 0x106
+#define HLA2_KEY_RIGHT 0x107
+#define HLA2_KEY_UP 0x108
+#define HLA2_KEY_DOWN 0x109
+#define HLA2_KEY_INSERT 0x10a
+#define HLA2_KEY_DELETE 0x10b
+#define HLA2_KEY_HOME 0x10c
+#define HLA2_KEY_END 0x10d
+
 struct HLA2GUI {
     HLA2Process* (*GetProcess)(HLA2GUI* self);
     void (*GetSize)(HLA2GUI* self, int* width, int* height);
