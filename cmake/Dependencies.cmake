@@ -9,9 +9,12 @@ pkg_check_modules(FFTW3F REQUIRED IMPORTED_TARGET fftw3f)
 pkg_check_modules(SNDFILE REQUIRED IMPORTED_TARGET sndfile)
 pkg_check_modules(LILV REQUIRED IMPORTED_TARGET lilv-0)
 pkg_check_modules(LV2 REQUIRED IMPORTED_TARGET lv2)
-# AGG ships static archives only; the position-independent ones go into the shared library.
+pkg_check_modules(FREETYPE REQUIRED IMPORTED_TARGET freetype2)
+# AGG ships static archives only; the position-independent ones go into the shared library:
+# AGG itself and its FreeType font engine.
 pkg_check_modules(AGG REQUIRED libagg)
 find_library(AGG_PIC_LIBRARY agg_pic REQUIRED)
+find_library(AGG_FONT_PIC_LIBRARY aggfontfreetype_pic REQUIRED)
 # Windows: Xlib, with XCB beside it for the requests whose errors must not reach the host's
 # handler, and MIT-SHM for the copy to the screen.
 find_package(X11 REQUIRED)

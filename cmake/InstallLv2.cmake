@@ -1,4 +1,4 @@
-# Copies the built LV2 bundle into the user's LV2 folder. The copy carries the resource pack and
+# Copies the built LV2 bundle into the user's LV2 folder. The copy carries the resource pack (with the licence of its font) and
 # factory presets, and registry defaults that name them, so it works without the build tree.
 if(DEFINED ENV{LV2_USER_DIR})
   set(lv2_folder $ENV{LV2_USER_DIR})
@@ -12,7 +12,7 @@ file(REMOVE_RECURSE ${target})
 file(MAKE_DIRECTORY ${target})
 file(GLOB bundle_files ${BUNDLE}/*.so ${BUNDLE}/*.ttl)
 file(COPY ${bundle_files} DESTINATION ${target})
-file(COPY ${PACK} DESTINATION ${target}/resources)
+file(COPY ${PACK} ${FONT_LICENSE} DESTINATION ${target}/resources)
 file(COPY ${PRESETS}/ DESTINATION ${target}/presets)
 set(VARNEL4_RESOURCE_DIR ${target}/resources)
 set(VARNEL4_FACTORY_PRESET_DIR ${target}/presets)

@@ -1,6 +1,7 @@
 #include "graphics/DeviceSW.h"
 
 #include "graphics/FontEPISW.h"
+#include "graphics/FontFTSW.h"
 #include "graphics/ImageReader.h"
 #include "graphics/ImageSW.h"
 #include "graphics/PainterSW.h"
@@ -98,10 +99,10 @@ Font* DeviceSW::createFontEPI(Image& image)
     return new (std::nothrow) FontEPISW(image);
 }
 
-// Outline fonts are drawn through FreeType; until that engine is built in, none can be made.
-Font* DeviceSW::createFontFT(const std::uint8_t*, std::size_t, int, int, const std::string&, int)
+Font* DeviceSW::createFontFT(const std::uint8_t* data, std::size_t dataSize, int height, int addInterline,
+                             const std::string& faceName, int faceIndex)
 {
-    return nullptr;
+    return new (std::nothrow) FontFTSW(data, dataSize, height, addInterline, faceName, faceIndex);
 }
 
 }  // namespace OV::CFW::Graphics

@@ -25,6 +25,19 @@ public:
     virtual BasicRect<int> measure(const std::string& text, int start, int count, const BasicPoint<int>& point) const = 0;
     virtual bool isBitmap() const = 0;
     virtual bool isOutline() const = 0;
+
+protected:
+    // layout() by measure(): the width of the whole text places it, centred in integer halves.
+    BasicRect<int> placeMeasured(const std::string& text, int start, int count, const BasicRect<int>& rect, int alignment) const
+    {
+        const int width = measure(text, 0, static_cast<int>(text.size()), {rect.x, rect.y}).width;
+        int x = rect.x;
+        if (alignment == AlignCenter)
+            x = rect.x + rect.width / 2 - width / 2;
+        else if (alignment == AlignRight)
+            x = rect.x + rect.width - width;
+        return measure(text, start, count, {x, rect.y});
+    }
 };
 
 }  // namespace OV::CFW::Graphics

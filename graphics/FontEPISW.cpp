@@ -63,13 +63,7 @@ BasicRect<int> FontEPISW::measure(const std::string& text, int start, int count,
 
 BasicRect<int> FontEPISW::layout(const std::string& text, int start, int count, const BasicRect<int>& rect, int alignment) const
 {
-    const int width = measure(text, 0, static_cast<int>(text.size()), {rect.x, rect.y}).width;
-    int x = rect.x;
-    if (alignment == AlignCenter)
-        x = rect.x + rect.width / 2 - width / 2;
-    else if (alignment == AlignRight)
-        x = rect.x + rect.width - width;
-    return measure(text, start, count, {x, rect.y});
+    return placeMeasured(text, start, count, rect, alignment);
 }
 
 }  // namespace OV::CFW::Graphics

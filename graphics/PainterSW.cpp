@@ -294,7 +294,8 @@ void PainterSW::copyToImage(const BasicRect<int>& sourceRect, Image& image, cons
 
 void PainterSW::drawText(Font& font, Color color, const std::string& text, const BasicPoint<int>& point)
 {
-    if (font.isOutline()) return; // outline glyphs come with the outline font
+    if (font.isOutline())
+        return DrawOutlineText(font, color, text, point);
     DrawBitmapText(font, text, point, [this, color](Image& strip, const BasicPoint<int>& pen, const BasicRect<int>& glyph) {
         drawImageTinted(strip, Tint, color, pen, glyph);
     });

@@ -56,9 +56,10 @@ private:
     struct AggDeleter {
         void operator()(Agg* agg) const;
     };
-    // Both in PainterSWAgg.cpp, which alone sees AGG.
+    // These three in PainterSWAgg.cpp, which alone sees AGG.
     static Agg* CreateAgg(std::uint32_t* pixels, int pitch, int width, int height);
     void UpdateAggClip();
+    void DrawOutlineText(const Font& font, Color color, const std::string& text, const BasicPoint<int>& point);
 
     std::uint32_t* Row(int y) const;
     // effectiveClip = deviceClip ∩ clip, in surface coordinates; AGG's clip boxes follow.

@@ -1,7 +1,8 @@
-// The painter's operations that go through AGG's scanline rasteriser: strokes, curves, polygons
-// and images on a parallelogram.
+// The painter's operations that go through AGG's scanline rasteriser: strokes, curves, polygons,
+// images on a parallelogram and outline text.
 #include "graphics/PainterSW.h"
 
+#include "graphics/FontFTSWAgg.h"
 #include "graphics/Image.h"
 
 // AGG's headers are not clean under our warnings; they are not ours to change.
@@ -10,7 +11,9 @@
 #pragma GCC diagnostic ignored "-Wimplicit-fallthrough"
 #include <agg_basics.h>
 #include <agg_conv_bspline.h>
+#include <agg_conv_curve.h>
 #include <agg_conv_stroke.h>
+#include <agg_conv_transform.h>
 #include <agg_gamma_functions.h>
 #include <agg_image_accessors.h>
 #include <agg_pixfmt_rgba.h>
@@ -280,6 +283,39 @@ void PainterSW::drawImageParallelogram(Image& image, const double* corners, cons
     agg->rasterizer.add_path(agg->path);
     agg::render_scanlines_aa(agg->rasterizer, agg->scanline, agg->renderer, agg->spans, filter);
     image.unlock();
+}
+
+void PainterSW::DrawOutlineText(const Font& font, Color color, const std::string& text, const BasicPoint<int>& point)
+{
+    const auto* outline = dynamic_cast<const FontFTSW*>(&font);
+    FontFTSW::Outlines* outlines = outline != nullptr ? outline->getOutlines() : nullptr;
+    if (outlines == nullptr || effectiveClip.width < 1 || effectiveClip.height < 1)
+        return;
+    using Path = FontFTSW::Outlines::Engine::path_adaptor_type;
+    constexpr double units = FontFTSW::Outlines::unitsPerPixel;
+    // The pen's x in engine units, so that advances keep their fractions; its y in pixels.
+    double penX = 0.0;
+    double penY = point.y + origin.y + outline->getBaseline();
+    const double baseX = point.x + origin.x;
+    const double tracking = outline->getTracking() * units;
+    outlines->cache.reset_last_glyph();
+    for (const char c : text) {
+        double kerning = 0.0;
+        const agg::glyph_cache* glyph = outlines->next(c, kerning);
+        if (glyph == nullptr)
+            continue;
+        penX += kerning;
+        if (glyph->data_type == agg::glyph_data_outline) {
+            outlines->cache.init_embedded_adaptors(glyph, 0.0, 0.0);
+            agg::trans_affine place = agg::trans_affine_scaling(1.0 / units, 1.0);
+            place *= agg::trans_affine_translation(penX / units + baseX, std::floor(penY + 0.5));
+            agg::conv_transform<Path> placed(outlines->cache.path_adaptor(), place);
+            agg::conv_curve<agg::conv_transform<Path>> flattened(placed);
+            agg->fill(flattened, color);
+        }
+        penX += glyph->advance_x + tracking;
+        penY += glyph->advance_y;
+    }
 }
 
 void PainterSW::drawImageRotated(Image& image, const BasicPoint<double>& center, double angleDegrees,

@@ -2,7 +2,7 @@
 
 #include "graphics/BitMask.h"
 #include "graphics/Device.h"
-#include "graphics/Font.h"
+#include "graphics/FontFT.h"
 #include "graphics/Image.h"
 #include "graphics/res/Provider.h"
 #include "platform/XmlParse.h"
@@ -167,12 +167,15 @@ Graphics::Font* FontFTFactory::create(std::istream& stream, std::size_t length)
         size = loadedSize;
     }
 
-    // Resolution, hinting, flip and tracking are set on the outline font's own operations,
-    // which come with its engine; until then the device makes no outline font.
     std::unique_ptr<Graphics::Font> font(
         device.createFontFT(data, size, description.height, description.addInterline, description.faceName, description.faceIndex));
-    if (font == nullptr)
+    auto* outline = dynamic_cast<Graphics::FontFT*>(font.get());
+    if (outline == nullptr || !outline->isLoaded())
         return nullptr;
+    outline->setResolution(description.dpi);
+    outline->setHinting(description.hinting);
+    outline->setFlipY(description.flipY);
+    outline->setTracking(description.tracking);
 
     if (held != files.end()) {
         ++held->second.uses;

@@ -1,8 +1,9 @@
 // Writes a resource pack: "OVSPAK", version 1, the count, the directory (each name with its
 // terminating zero, then offset and size, little-endian 32-bit), then the data.
 //
-//   v4_pack <pack> <source folder> <name>...
+//   v4_pack <pack> <source folder> <entry>...
 //
+// An entry is a resource name, read from the source folder, or name=path, read from the path.
 // A name ending in ".gz" is stored gzip-compressed from the source file without that ending;
 // any other is stored as it is. The pack is written whole or not at all.
 #include <boost/iostreams/copy.hpp>
@@ -54,16 +55,22 @@ bool EndsWith(const std::string& text, const std::string& end)
 int main(int argc, char** argv)
 {
     if (argc < 3) {
-        std::fprintf(stderr, "usage: v4_pack <pack> <source folder> <name>...\n");
+        std::fprintf(stderr, "usage: v4_pack <pack> <source folder> <name or name=path>...\n");
         return 2;
     }
     try {
         const std::string pack = argv[1], source = argv[2];
-        std::vector<std::string> names(argv + 3, argv + argc), contents;
+        std::vector<std::string> names, contents;
         std::size_t directory = 14;
-        for (const std::string& name : names) {
+        for (int i = 3; i < argc; ++i) {
+            const std::string entry = argv[i];
+            const std::size_t equals = entry.find('=');
+            const std::string name = entry.substr(0, equals);
             const bool compressed = EndsWith(name, ".gz");
-            const std::string data = ReadFile(source + "/" + (compressed ? name.substr(0, name.size() - 3) : name));
+            const std::string path = equals != std::string::npos ? entry.substr(equals + 1)
+                                                                 : source + "/" + (compressed ? name.substr(0, name.size() - 3) : name);
+            const std::string data = ReadFile(path);
+            names.push_back(name);
             contents.push_back(compressed ? Gzip(data) : data);
             directory += name.size() + 1 + 8;
         }

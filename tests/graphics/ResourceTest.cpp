@@ -347,55 +347,5 @@ TEST(ResourceTest, EveryKindFromAPack)
     // Everything acquired is left for the set's end to destroy.
 }
 
-// Records what an outline font is made of, and stands in one of its bitmap fonts for it.
-struct OutlineDevice : Graphics::DeviceSW {
-    Graphics::Font* createFontFT(const std::uint8_t* data, std::size_t size, int height, int addInterline,
-                                 const std::string& faceName, int faceIndex) override
-    {
-        calls.push_back(std::string(reinterpret_cast<const char*>(data), size) + " " + std::to_string(height) + " "
-                        + std::to_string(addInterline) + " '" + faceName + "' " + std::to_string(faceIndex));
-        files.push_back(data);
-        return rejects ? nullptr : createFontEPI(*strip);
-    }
-    std::unique_ptr<Graphics::Image> strip{createImageFromBits(std::vector<std::uint8_t>(6).data(), {1, 6}, 0, 0)};
-    std::vector<std::string> calls;
-    std::vector<const std::uint8_t*> files;
-    bool rejects = false;
-};
-
-TEST(ResourceTest, OutlineFontsShareTheirFileUntilTheLastFontGoes)
-{
-    const ScratchFolder folder;
-    folder.Write("res/face.ttf.gz", Gzip("FONTDATA"));
-    folder.Write("res/big.xml", "<Font Source=\"face.ttf.gz\" Height=\"14\" AddInterline=\"3\" FaceName=\"F\" FaceIndex=\"2\"/>");
-    folder.Write("res/small.xml", "<Font Source=\"face.ttf.gz\" Height=\"x\"/>");
-    folder.Write("res/nosource.xml", "<Font Height=\"12\"/>");
-    folder.Write("res/notfont.xml", "<Style Source=\"face.ttf.gz\"/>");
-    folder.Write("res/exact.xml", "<Font Source=\"face.ttf\"/>");
-    auto provider = std::make_shared<Provider>();
-    provider->addPath(folder.Path() + "/res");
-    OutlineDevice device;
-    Utils::XMLFactory documents;
-    FontFTFactory factory(device, *provider, documents);
-    ManagerGeneric<Graphics::Font, FontFTFactory> fonts(provider, factory);
-
-    for (const char* name : {"nosource.xml", "notfont.xml", "exact.xml"})
-        EXPECT_EQ(nullptr, fonts.acquire(name)) << name;
-    Graphics::Font* big = fonts.acquire("big.xml");
-    Graphics::Font* small = fonts.acquire("small.xml");
-    ASSERT_NE(nullptr, big);
-    ASSERT_NE(nullptr, small);
-    EXPECT_EQ((std::vector<std::string>{"FONTDATA 14 3 'F' 2", "FONTDATA 10 0 '' 0"}), device.calls);
-    EXPECT_EQ(device.files[0], device.files[1]); // one copy of the file
-    fonts.release(big);
-    EXPECT_EQ(1u, factory.fileCount());
-    fonts.release(small);
-    EXPECT_EQ(0u, factory.fileCount());
-
-    device.rejects = true;
-    EXPECT_EQ(nullptr, fonts.acquire("big.xml"));
-    EXPECT_EQ(0u, factory.fileCount());
-}
-
 }  // namespace
 }  // namespace OV::CFW::Res

@@ -47,6 +47,7 @@ public:
 // The editor role: a layout of 320 x 200 holding one Recorder.
 class FakeGUI : public CFW::DocView::GUI {
 public:
+    const CFW::DocView::GUIProfile* GetProfile() const override { return nullptr; }
     CFW::BasicPoint<int> GetDefaultSize() override { return {320, 200}; }
     void Open(Widget* root) override
     {
