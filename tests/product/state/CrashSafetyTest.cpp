@@ -21,7 +21,9 @@ namespace {
 const std::string valueA(300, 'a'), valueB(450, 'b'); // below the 512 bytes a read takes
 
 // The child's whole life: saves and writes, alternating between two versions, until killed.
-[[noreturn]] void WriteUntilKilled(const std::string& root)
+// After its first round it says so on `ready`, so that the kill always lands among the writes,
+// however long the start took.
+[[noreturn]] void WriteUntilKilled(const std::string& root, int ready)
 {
     auto instance = MakeInstance(root);
     auto& document = instance->GetMainDocument();
@@ -33,6 +35,8 @@ const std::string valueA(300, 'a'), valueB(450, 'b'); // below the 512 bytes a r
         Settle(document);
         key.WriteString("Value", round % 2 == 0 ? valueA : valueB);
         key.WriteNumber("Round", static_cast<std::uint32_t>(round));
+        if (round == 0 && write(ready, "r", 1) != 1)
+            _exit(1);
     }
 }
 
@@ -44,15 +48,22 @@ TEST(CrashSafetyTest, EveryFileIsTheOldOrTheNewVersionWhateverMomentTheProcessDi
     int presetsSeen = 0, valuesSeen = 0;
     constexpr int kills = 40;
     for (int kill = 0; kill < kills; ++kill) {
+        int ready[2];
+        ASSERT_EQ(0, pipe(ready));
         const pid_t child = fork();
         ASSERT_GE(child, 0);
         if (child == 0)
-            WriteUntilKilled(root);
-        std::this_thread::sleep_for(std::chrono::milliseconds(std::uniform_int_distribution<int>(30, 250)(random)));
+            WriteUntilKilled(root, ready[1]);
+        close(ready[1]);
+        char mark = 0;
+        const bool started = read(ready[0], &mark, 1) == 1;
+        close(ready[0]);
+        if (started)
+            std::this_thread::sleep_for(std::chrono::milliseconds(std::uniform_int_distribution<int>(0, 60)(random)));
         ASSERT_EQ(0, ::kill(child, SIGKILL));
         int status = 0;
         ASSERT_EQ(child, waitpid(child, &status, 0));
-        ASSERT_TRUE(WIFSIGNALED(status)) << "the writer ended on its own, kill " << kill;
+        ASSERT_TRUE(started && WIFSIGNALED(status)) << "the writer ended on its own, kill " << kill;
 
         const std::string preset = ReadFile(root + "/Kill.vn4m");
         if (!preset.empty()) {
@@ -71,9 +82,9 @@ TEST(CrashSafetyTest, EveryFileIsTheOldOrTheNewVersionWhateverMomentTheProcessDi
             EXPECT_TRUE(value == valueA || value == valueB) << "kill " << kill << ": " << value.size() << " characters";
         }
     }
-    // The loop got far enough to be killed while writing, most times.
-    EXPECT_GT(presetsSeen, kills / 2);
-    EXPECT_GT(valuesSeen, kills / 2);
+    // Every kill came after a first whole round.
+    EXPECT_EQ(kills, presetsSeen);
+    EXPECT_EQ(kills, valuesSeen);
     // Temporary files are hidden: the scan lists the one preset.
     Products::VN4::State::Directory directory(root, "f8fd5639-da16-4332-86c3-e1e0e7272048");
     directory.Rescan();
