@@ -45,6 +45,15 @@ Graphics::Color ElementContext::color(const std::string& stem) const
     return component("A") << 24 | component("R") << 16 | component("G") << 8 | component("B");
 }
 
+Graphics::Color ElementContext::color(const std::string& stem, Graphics::Color fallback) const
+{
+    for (const char* suffix : {"A", "R", "G", "B"}) {
+        if (has((stem + suffix).c_str()))
+            return color(stem);
+    }
+    return fallback;
+}
+
 BasicRect<int> ElementContext::rect() const
 {
     return rect({0, 0});

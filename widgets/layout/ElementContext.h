@@ -55,6 +55,8 @@ public:
     std::string text(const char* name, const std::string& fallback = std::string()) const;
     // The four attributes stem + "A", "R", "G", "B", each missing component 255.
     Graphics::Color color(const std::string& stem) const;
+    // The same, or `fallback` when none of the four is there.
+    Graphics::Color color(const std::string& stem, Graphics::Color fallback) const;
     // "PositionX", "PositionY", "SizeW", "SizeH", limited by LimitedRect.
     BasicRect<int> rect() const;
     // The same, a missing "SizeW" or "SizeH" taken from `defaultSize` (a picture's, say).

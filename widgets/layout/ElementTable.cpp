@@ -10,6 +10,10 @@
 #include "widgets/statics/StaticResizableImage.h"
 #include "widgets/statics/StaticText.h"
 #include "widgets/controls/ControlBuilders.h"
+#include "widgets/displays/DisplayBuilders.h"
+#include "widgets/menus/MenuBuilders.h"
+#include "widgets/lists/ListBuilders.h"
+#include "widgets/lists/ScrollBar.h"
 
 namespace OV::CFW::Widgets {
 
@@ -21,7 +25,7 @@ struct Element {
 };
 
 // In the vocabulary's customary order. Names of the vocabulary without a line here (text
-// editing, lists, menus, meters and the like) build nothing yet.
+// editing, envelopes) build nothing yet.
 const Element elements[] = {
     {"Builder", Builder::build},
     {"DynamicBuilder", DynamicBuilder::build},
@@ -36,13 +40,34 @@ const Element elements[] = {
     {"Knob", BuildKnob},
     {"KnobRotatable", BuildKnobRotatable},
     {"Slider", BuildSlider},
+    {"OldMenu", BuildOldMenu},
+    {"OVMenu", BuildOVMenu},
+    {"SimpleWindow", BuildSimpleWindow},
+    {"Graph", BuildGraph},
+    {"Meter", BuildMeter},
+    {"Tuner", BuildTuner},
+    {"AnalogMeter", BuildAnalogMeter},
+    {"ScrollBar", ScrollBar::build},
+    {"TextList", BuildTextList},
+    {"TextTree", BuildTextTree},
+    {"FolderTree", BuildFolderTree},
+    {"MultiTextList", BuildMultiTextList},
+    {"PhaseScope", BuildPhaseScope},
+    {"CorrelationMeter", BuildCorrelationMeter},
     {"Blender", Blender::build},
     {"Highlight", Highlight::build},
+    {"TextList2", BuildTextList2},
+    {"MultiTextList2", BuildMultiTextList2},
+    {"TextTree2", BuildTextTree2},
     {"ClickRoll", BuildClickRoll},
     {"DragIcon", DragIcon::build},
     {"BlendImages", BlendImages::build},
     {"Dragger", BuildDragger},
     {"SliderStepArray", BuildSliderStepArray},
+    {"TapDelayDisplay", BuildTapDelayDisplay},
+    {"OVMenu2", BuildOVMenu2},
+    {"ChainView", BuildChainView},
+    {"QM3Matrix", BuildQM3Matrix},
 };
 
 }  // namespace

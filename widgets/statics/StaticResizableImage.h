@@ -4,7 +4,6 @@
 
 namespace OV::CFW::Graphics {
 class Image;
-class Painter;
 }  // namespace OV::CFW::Graphics
 
 namespace OV::CFW::Widgets {
@@ -26,8 +25,6 @@ public:
     static GUI::Widget* build(ElementContext& context);
 
 private:
-    void paint(Graphics::Painter& painter, const Rect& clip);
-
     Graphics::Image& image;
     Rect middle;
 };
