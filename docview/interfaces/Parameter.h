@@ -48,6 +48,24 @@ struct Parameter {
         }
     }
 
+    // The value as one of `target` type: bits kept for the same type (or an undefined target),
+    // else through its number; a bool is then 0 or 1 and a negative index 0.
+    Parameter As(std::uint32_t target) const
+    {
+        if (type == target || target == Undefined)
+            return {target, payload};
+        const float number = ToNumber();
+        switch (target) {
+        case Bool:
+            return FromBool(number != 0.0f);
+        case Integer:
+            return FromInteger(static_cast<std::int32_t>(number));
+        case Enum:
+            return FromEnum(number > 0.0f ? static_cast<std::uint32_t>(number) : 0u);
+        default:
+            return FromFloat(number);
+        }
+    }
     // The same type and the same bits.
     bool operator==(const Parameter& other) const { return type == other.type && payload == other.payload; }
     bool operator!=(const Parameter& other) const { return !(*this == other); }

@@ -17,24 +17,6 @@ using DocView::ParameterInfo;
 
 namespace {
 
-// A value of another type becomes the row's type through its number.
-Parameter Coerce(const ParameterInfo& row, Parameter value)
-{
-    if (value.type == row.type || row.type == Parameter::Undefined)
-        return {row.type, value.payload};
-    const float number = value.ToNumber();
-    switch (row.type) {
-    case Parameter::Bool:
-        return Parameter::FromBool(number != 0.0f);
-    case Parameter::Integer:
-        return Parameter::FromInteger(static_cast<std::int32_t>(number));
-    case Parameter::Enum:
-        return Parameter::FromEnum(number > 0.0f ? static_cast<std::uint32_t>(number) : 0u);
-    default:
-        return Parameter::FromFloat(number);
-    }
-}
-
 // Floats are written so that they read back to the same float.
 std::string FloatText(float value)
 {
@@ -52,7 +34,7 @@ BasicDocument::BasicDocument(const DocView::DocumentProfile* documentProfile, Do
 {
     // Rows that a reset leaves alone start at their defaults too.
     for (int i = 0; i < profile->GetParameterCount(); ++i)
-        values[static_cast<std::size_t>(i)].store(Coerce(profile->GetParameterInfo(i), profile->GetParameterInfo(i).GetDefault()).payload);
+        values[static_cast<std::size_t>(i)].store(profile->GetParameterInfo(i).GetDefault().As(profile->GetParameterInfo(i).type).payload);
     if (context != nullptr) {
         DocView::Properties& properties = context->GetProperties();
         try {
@@ -111,7 +93,7 @@ Parameter BasicDocument::GetParameter(int index) const
 bool BasicDocument::StoreValue(int index, Parameter value)
 {
     const ParameterInfo& row = profile->GetParameterInfo(index);
-    Parameter limited = Coerce(row, value);
+    Parameter limited = value.As(row.type);
     if (const ParameterInfo::EnumInfo* details = row.AsEnum()) {
         limited.payload = std::min<std::uint32_t>(limited.payload, static_cast<std::uint32_t>(details->names.size() - 1));
     } else if (const ParameterInfo::FloatInfo* details = row.AsFloat()) {
@@ -227,7 +209,7 @@ bool BasicDocument::ReadAttributes(const TiXmlElement& element, std::vector<Unre
         if ((row.flags & ParameterInfo::Serializable) == 0)
             continue;
         std::uint32_t& cell = scratch[static_cast<std::size_t>(index)];
-        cell = Coerce(row, row.GetDefault()).payload;
+        cell = row.GetDefault().As(row.type).payload;
         switch (row.type) {
         case Parameter::Bool:
         case Parameter::Integer: {

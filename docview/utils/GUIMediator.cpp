@@ -6,25 +6,6 @@ namespace OV::CFW::DocViewUtils {
 
 using DocView::Parameter;
 
-namespace {
-
-// A widget's number as a value of the row's type: a bool is 0 or 1, a float stays.
-Parameter OfType(std::uint32_t type, float number)
-{
-    switch (type) {
-    case Parameter::Bool:
-        return Parameter::FromBool(number != 0.0f);
-    case Parameter::Integer:
-        return Parameter::FromInteger(static_cast<std::int32_t>(number));
-    case Parameter::Enum:
-        return Parameter::FromEnum(number > 0.0f ? static_cast<std::uint32_t>(number) : 0u);
-    default:
-        return Parameter::FromFloat(number);
-    }
-}
-
-}  // namespace
-
 GUIMediator::GUIMediator(DocView::Document& document)
     : document(&document), pending(static_cast<std::size_t>(document.GetProfile()->GetParameterCount()))
 {
@@ -97,7 +78,7 @@ void GUIMediator::Queue(int row, Parameter value)
 void GUIMediator::QueueNumber(int row, float number)
 {
     if (row >= 0 && static_cast<std::size_t>(row) < pending.size())
-        Queue(row, OfType(document->GetProfile()->GetParameterInfo(row).type, number));
+        Queue(row, Parameter::FromFloat(number).As(document->GetProfile()->GetParameterInfo(row).type));
 }
 
 const DocView::ParameterInfo& GUIMediator::GetParameterInfo(int row)

@@ -25,11 +25,6 @@ using Graphics::Image;
 using Point = BasicPoint<int>;
 using Rect = BasicRect<int>;
 
-float Real(const ElementContext& context, const char* name, double fallback)
-{
-    return static_cast<float>(context.real(name, fallback));
-}
-
 // The images of the attributes `names`, in order; null for those that cannot be had.
 template <std::size_t N>
 std::array<Image*, N> Images(ElementContext& context, const char* const (&names)[N])
@@ -70,10 +65,10 @@ K* MakeKnob(ElementContext& context, double slowModeFactor)
     for (const std::string& frame : context.series("Frame"))
         frameList.push_back(std::atoi(frame.c_str()));
     K* const knob = new K(context.parent(), rect, strip, frames, std::move(frameList));
-    knob->setMinValue(Real(context, "MinValue", 0.0));
-    knob->setMaxValue(Real(context, "MaxValue", 1.0));
-    knob->setMouseRange(Real(context, "MouseRange", frames));
-    knob->setSlowModeFactor(Real(context, "SlowModeFactor", slowModeFactor));
+    knob->setMinValue(context.realFloat("MinValue", 0.0));
+    knob->setMaxValue(context.realFloat("MaxValue", 1.0));
+    knob->setMouseRange(context.realFloat("MouseRange", frames));
+    knob->setSlowModeFactor(context.realFloat("SlowModeFactor", slowModeFactor));
     return knob;
 }
 
@@ -100,10 +95,10 @@ Widget* BuildKnobRotatable(ElementContext& context)
 {
     KnobRotatable* const knob = MakeKnob<KnobRotatable>(context, 2.0);
     if (knob) {
-        knob->setRotationRange(Real(context, "MinValueRotation", 0.0), Real(context, "MaxValueRotation", 1.0));
+        knob->setRotationRange(context.realFloat("MinValueRotation", 0.0), context.realFloat("MaxValueRotation", 1.0));
         knob->setCenters({context.integer("CenterRotationX"), context.integer("CenterRotationY")},
                          {context.integer("CenterDestinationX"), context.integer("CenterDestinationY")});
-        knob->setPixelPerDegree(Real(context, "PixelPerDegree", 0.0));
+        knob->setPixelPerDegree(context.realFloat("PixelPerDegree", 0.0));
     }
     return knob;
 }
@@ -119,10 +114,10 @@ Widget* BuildSlider(ElementContext& context)
         rect.width = background->size().x;
         rect.height = background->size().y;
     }
-    auto* const slider = new Slider(context.parent(), rect, background, handle, Real(context, "MinValue", 0.0),
-                                    Real(context, "MaxValue", 1.0), context.integer("Vertical") != 0,
+    auto* const slider = new Slider(context.parent(), rect, background, handle, context.realFloat("MinValue", 0.0),
+                                    context.realFloat("MaxValue", 1.0), context.integer("Vertical") != 0,
                                     context.integer("Smooth") != 0);
-    slider->setSlowModeFactor(Real(context, "SlowModeFactor", 10.0));
+    slider->setSlowModeFactor(context.realFloat("SlowModeFactor", 10.0));
     return slider;
 }
 
@@ -164,11 +159,11 @@ Widget* BuildMultiStateButton(ElementContext& context)
 Widget* BuildClickRoll(ElementContext& context)
 {
     ClickRoll::Settings settings;
-    settings.minValue = Real(context, "MinValue", settings.minValue);
-    settings.maxValue = Real(context, "MaxValue", settings.maxValue);
-    settings.defaultValue = Real(context, "DefaultValue", settings.defaultValue);
-    settings.stepValue = Real(context, "StepValue", settings.stepValue);
-    settings.slowModeFactor = Real(context, "SlowModeFactor", settings.slowModeFactor);
+    settings.minValue = context.realFloat("MinValue", settings.minValue);
+    settings.maxValue = context.realFloat("MaxValue", settings.maxValue);
+    settings.defaultValue = context.realFloat("DefaultValue", settings.defaultValue);
+    settings.stepValue = context.realFloat("StepValue", settings.stepValue);
+    settings.slowModeFactor = context.realFloat("SlowModeFactor", settings.slowModeFactor);
     settings.decimals = context.integer("Decimals", settings.decimals);
     settings.rounding = context.integer("Rounding") != 0;
     return new ClickRoll(context.parent(), context.rect(), context.font(context.text("Font")), settings);

@@ -24,11 +24,6 @@ using Graphics::Image;
 using Point = BasicPoint<int>;
 using Rect = BasicRect<int>;
 
-float Real(const ElementContext& context, const char* name, double fallback)
-{
-    return static_cast<float>(context.real(name, fallback));
-}
-
 // A place or a distance within what a layout may give.
 int Extent(const ElementContext& context, const char* name, int fallback = 0)
 {
@@ -75,8 +70,8 @@ Widget* BuildMeter(ElementContext& context)
         : orientation == "TopToBottom"                  ? Meter::TopToBottom
                                                         : Meter::LeftToRight;
     settings.ledsOffset = PointOf(context, "LedsOffset");
-    settings.minValue = Real(context, "MinValue", 0.0);
-    settings.maxValue = Real(context, "MaxValue", 1.0);
+    settings.minValue = context.realFloat("MinValue", 0.0);
+    settings.maxValue = context.realFloat("MaxValue", 1.0);
     return new Meter(context.parent(), SizedBy(context, off), *off, *on, settings);
 }
 
@@ -92,8 +87,8 @@ Widget* BuildAnalogMeter(ElementContext& context)
     needle.wedge = context.integer("ArrowShape") != 0;
     needle.shadowMinOffset = {Coordinate(context, "ShadowMinOffsetX"), Coordinate(context, "ShadowMinOffsetY")};
     needle.shadowMaxOffset = {Coordinate(context, "ShadowMaxOffsetX"), Coordinate(context, "ShadowMaxOffsetY")};
-    needle.minValue = Real(context, "MinValue", 0.0);
-    needle.maxValue = Real(context, "MaxValue", 1.0);
+    needle.minValue = context.realFloat("MinValue", 0.0);
+    needle.maxValue = context.realFloat("MaxValue", 1.0);
     if (context.has("Thickness"))
         needle.thickness = std::clamp(Coordinate(context, "Thickness"), 0.5, 64.0);
     needle.color = context.color("ArrowColor", needle.color);
@@ -107,7 +102,7 @@ Widget* BuildTuner(ElementContext& context)
     Image* const on = context.image(context.text("ImageOn"));
     if (!off || !on)
         return nullptr;
-    return new Tuner(context.parent(), SizedBy(context, off), *off, *on, Real(context, "MinValue", 0.0), Real(context, "MaxValue", 1.0),
+    return new Tuner(context.parent(), SizedBy(context, off), *off, *on, context.realFloat("MinValue", 0.0), context.realFloat("MaxValue", 1.0),
                      context.integer("Feather"));
 }
 

@@ -52,6 +52,8 @@ public:
     // attribute gives the fallback.
     int integer(const char* name, int fallback = 0) const;
     double real(const char* name, double fallback = 0.0) const;
+    // real() as a float, for the controls' values.
+    float realFloat(const char* name, double fallback = 0.0) const { return static_cast<float>(real(name, fallback)); }
     std::string text(const char* name, const std::string& fallback = std::string()) const;
     // The four attributes stem + "A", "R", "G", "B", each missing component 255.
     Graphics::Color color(const std::string& stem) const;
